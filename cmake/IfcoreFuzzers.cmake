@@ -1,0 +1,21 @@
+# fuzz/*.cpp: each is a program fuzz_<stem> around one LLVMFuzzerTestOneInput. fuzz/support/*.cpp is linked to all.
+
+file(GLOB fuzz_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*.cpp")
+file(GLOB fuzz_support CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/support/*.cpp")
+if(NOT fuzz_sources)
+    message(STATUS "fuzz/ holds no sources: the fuzz targets are left out")
+    return()
+endif()
+if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "The fuzz targets need clang: use the preset `fuzz`")
+endif()
+
+foreach(source IN LISTS fuzz_sources)
+    get_filename_component(stem "${source}" NAME_WE)
+    string(TOLOWER "fuzz_${stem}" program)
+    add_executable(${program} "${source}" ${fuzz_support})
+    ifcore_configure_target(${program})
+    set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/fuzzers")
+    target_link_libraries(${program} PRIVATE ifcore::ifcore ifcore::host)
+    target_link_options(${program} PRIVATE -fsanitize=fuzzer)
+endforeach()

@@ -1,0 +1,216 @@
+#pragma once
+
+#include "ifhostExport.hpp"
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <endian.h>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+class EBlob;
+
+/// What reading throws when the bytes do not hold what was asked for. The read that failed consumed nothing.
+class IFHOST_API EArchiveError : public std::runtime_error {
+public:
+    /// \param offset of the byte, from the start of the archive, at which the value was looked for.
+    EArchiveError(std::size_t offset, std::string const& wanted, std::string const& found);
+    ~EArchiveError() override;
+    EArchiveError(EArchiveError const&) = default;
+    EArchiveError& operator=(EArchiveError const&) = default;
+    std::size_t GetOffset() const { return m_offset; }
+
+private:
+    std::size_t m_offset; // bytes
+};
+
+/// A stream of values that is either written or read; `docs/archive-encoding.md` gives the bytes.
+///
+/// A fresh archive writes. Writing to an archive that is being read does nothing; reading from one that is being
+/// written yields zero or empty. Copies and moves take content, mode and position; a moved-from archive is as fresh.
+class IFHOST_API EArchive {
+public:
+    EArchive() = default;
+    EArchive(EArchive const& other);
+    EArchive(EArchive&& other) noexcept;
+    EArchive& operator=(EArchive const& other);
+    EArchive& operator=(EArchive&& other) noexcept;
+    ~EArchive() { ReleaseHeap(); }
+
+    /// Copies the blob's bytes in. With \p replace they become the whole content and the archive stands at its start;
+    /// without, they are appended and the position stays. The mode is left as it is.
+    void SetFromEBlob(EBlob const& blob, bool replace);
+    /// 1 writes behind what is there, 2 reads from the start; any other mode throws std::invalid_argument.
+    void SetMode(int mode);
+    /// A copy of the whole content, whatever the mode and position. More than 4 GiB throws std::length_error.
+    EBlob GetAsEBlob() const;
+    bool IsStoring() const { return m_storing; }
+    /// Whether everything was read; an archive that is being written always stands at its end.
+    bool AtEnd() const { return m_position == m_readLimit; }
+
+    EArchive& operator<<(bool value) { return WriteInteger(value); }
+    EArchive& operator<<(signed char value) { return WriteInteger(value); }
+    EArchive& operator<<(unsigned char value) { return WriteInteger(value); }
+    EArchive& operator<<(short value) { return WriteInteger(value); }
+    EArchive& operator<<(unsigned short value) { return WriteInteger(value); }
+    EArchive& operator<<(int value) { return WriteInteger(value); }
+    EArchive& operator<<(unsigned int value) { return WriteInteger(value); }
+    EArchive& operator<<(unsigned long value) { return WriteInteger(value); }
+    EArchive& operator<<(std::string const& value)
+    {
+        WriteInteger(static_cast<unsigned long>(value.size()));
+        return WriteBytes(value.data(), value.size());
+    }
+    EArchive& operator<<(char value) = delete;                           // would be promoted to int
+    template <class Any> EArchive& operator<<(Any const* text) = delete; // would become a bool
+
+    EArchive& operator>>(bool& value) { return ReadInteger(value, "bool"); }
+    EArchive& operator>>(signed char& value) { return ReadInteger(value, "signed char"); }
+    EArchive& operator>>(unsigned char& value) { return ReadInteger(value, "unsigned char"); }
+    EArchive& operator>>(short& value) { return ReadInteger(value, "short"); }
+    EArchive& operator>>(unsigned short& value) { return ReadInteger(value, "unsigned short"); }
+    EArchive& operator>>(int& value) { return ReadInteger(value, "int"); }
+    EArchive& operator>>(unsigned int& value) { return ReadInteger(value, "unsigned int"); }
+    EArchive& operator>>(unsigned long& value) { return ReadInteger(value, "unsigned long"); }
+    EArchive& operator>>(std::string& value)
+    {
+        std::size_t const size = ReadCount();
+        unsigned char const* const bytes = ReadBytes(size); // never null: size is 0 when the archive is being written
+        value.assign(reinterpret_cast<char const*>(bytes), size);
+        return *this;
+    }
+
+    /// \name For the bundled host's own types only; another host need not have these.
+    ///@{
+    /// Appends \p count raw bytes; \p bytes may be null when \p count is 0.
+    EArchive& WriteBytes(void const* bytes, std::size_t count)
+    {
+        if (count == 0 || (m_size + count > m_writeLimit && !MakeRoom(count))) return *this;
+        std::memcpy(m_data + m_size, bytes, count);
+        m_size += count;
+        return *this;
+    }
+    /// The next \p count bytes, consumed: valid until the archive changes. Null when the archive is being written and
+    /// \p count is not 0.
+    unsigned char const* ReadBytes(std::size_t count)
+    {
+        if (__builtin_expect(GetRemaining() < count, false)) return FailBytes(count);
+        unsigned char const* bytes = m_data + m_position;
+        m_position += count;
+        return bytes;
+    }
+    /// Reads an `unsigned long` count of things that take at least one byte each; more than what remains is an error,
+    /// so that the count may be used to allocate.
+    std::size_t ReadCount();
+    std::size_t GetRemaining() const { return m_readLimit - m_position; }
+    std::size_t GetOffset() const { return m_position; }
+    /// Goes back to \p offset, where a value begins that turned out wrong, and throws the error.
+    [[noreturn, gnu::cold]] void Fail(std::size_t offset, std::string const& wanted, std::string const& found);
+    ///@}
+
+private:
+    static constexpr unsigned int kLargestSingle = 0xF7; // larger patterns follow a byte that tells their width
+    static constexpr std::size_t kWidest = 9;            // bytes of the longest form of an integer
+    static constexpr std::size_t kLocalCapacity = 128 + kWidest - 1;
+    static_assert(sizeof(unsigned long) == 8, "integers of up to eight bytes are archived");
+
+    template <class Integer> static constexpr unsigned long LargestPattern()
+    {
+        if constexpr (std::is_same_v<Integer, bool>)
+            return 1;
+        else
+            return std::numeric_limits<std::make_unsigned_t<Integer>>::max();
+    }
+    template <class Integer> EArchive& WriteInteger(Integer value)
+    {
+        if constexpr (std::is_same_v<Integer, bool>)
+            WritePattern(value);
+        else
+            WritePattern(static_cast<std::make_unsigned_t<Integer>>(value));
+        return *this;
+    }
+    void WritePattern(unsigned long pattern)
+    {
+        // The write limit of an archive that is being read is 0, so that one comparison answers both questions.
+        if (__builtin_expect(m_size + kWidest > m_writeLimit, false) && !MakeRoom(kWidest)) return;
+        if (pattern <= kLargestSingle) {
+            m_data[m_size++] = static_cast<unsigned char>(pattern);
+            return;
+        }
+        unsigned int const width = (71U - static_cast<unsigned int>(__builtin_clzl(pattern))) / 8; // bytes, 1 to 8
+        unsigned long const bigEndian = htobe64(pattern << (64 - 8 * width));
+        m_data[m_size] = static_cast<unsigned char>(kLargestSingle + width);
+        std::memcpy(m_data + m_size + 1, &bigEndian, sizeof bigEndian);
+        m_size += 1 + width;
+    }
+    template <class Integer> EArchive& ReadInteger(Integer& value, char const* type)
+    {
+        constexpr unsigned long largest = LargestPattern<Integer>();
+        constexpr unsigned long single = largest < kLargestSingle ? largest : kLargestSingle;
+        unsigned long pattern = 0;
+        // The read limit of an archive that is being written is 0, as is its position.
+        if (__builtin_expect(m_position < m_readLimit && m_data[m_position] <= single, true))
+            pattern = m_data[m_position++];
+        else
+            pattern = ReadWidePattern(largest, type);
+        value = static_cast<Integer>(pattern);
+        return *this;
+    }
+    unsigned long ReadWidePattern(unsigned long largest, char const* type);
+    [[gnu::cold, gnu::noinline]] unsigned char const* FailBytes(std::size_t count);
+    /// False, with nothing done, when the archive is being read.
+    [[gnu::cold, gnu::noinline]] bool MakeRoom(std::size_t count);
+    void ReleaseHeap()
+    {
+        if (m_data != m_local) delete[] m_data;
+    }
+    void SetLimits();
+    /// Makes the capacity at least \p capacity and keeps the content.
+    void Reserve(std::size_t capacity);
+
+    unsigned char* m_data = m_local; // m_local, or owned
+    std::size_t m_capacity = kLocalCapacity;
+    std::size_t m_size = 0;
+    std::size_t m_position = 0;                // of the next byte to read; 0 while storing
+    std::size_t m_writeLimit = kLocalCapacity; // the capacity; 0 while reading
+    std::size_t m_readLimit = 0;               // the size; 0 while storing
+    bool m_storing = true;
+    unsigned char m_local[kLocalCapacity];
+};
+
+/// Prints the fatal archive message to standard output and ends the process with status 1.
+[[noreturn]] inline void EArchiveFatal(char const* file, int line, char const* function)
+{
+    std::printf("*** Exception in FILE %s, LINE %d:\n%s - %s\n", file, line, function, "EArchive::SerializeError()");
+    std::exit(1);
+}
+
+/// Writes the count and then every element; ends the process when \p archive is being read.
+template <class Item> void SerializeOut(EArchive& archive, std::vector<Item> const& items)
+{
+    if (!archive.IsStoring())
+        EArchiveFatal("common/include/eArchive.hpp", 157, "template<ItemType> SerializeOut(..,vector)");
+    archive << static_cast<unsigned long>(items.size()); // on purpose: read back as unsigned int
+    for (Item const& item : items) archive << item;
+}
+
+/// Replaces \p items by those read; ends the process, with \p items already empty, when \p archive is being written.
+template <class Item> void SerializeIn(EArchive& archive, std::vector<Item>& items)
+{
+    items.clear();
+    if (archive.IsStoring())
+        EArchiveFatal("common/include/eArchive.hpp", 172, "template<ItemType> SerializeIn(..,vector)");
+    unsigned int count = 0; // on purpose: written as unsigned long
+    archive >> count;
+    for (unsigned int i = 0; i < count; ++i) {
+        Item item{};
+        archive >> item;
+        items.push_back(std::move(item));
+    }
+}

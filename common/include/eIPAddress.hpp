@@ -1,0 +1,59 @@
+#pragma once
+
+#include "eArchive.hpp"
+#include "ifhostExport.hpp"
+
+#include <array>
+#include <string>
+#include <utility>
+
+/// An IPv4 or IPv6 address. The default is IPv4 0.0.0.0.
+class IFHOST_API EIPAddress {
+public:
+    static constexpr unsigned int kIPv4 = 17; ///< Family code.
+    static constexpr unsigned int kIPv6 = 18; ///< Family code.
+
+    EIPAddress() = default;
+    /// A dotted quad or any text form of RFC 4291 without a zone; anything else throws std::invalid_argument.
+    explicit EIPAddress(std::string const& text);
+    EIPAddress(EIPAddress const&) = default;
+    EIPAddress(EIPAddress&&) noexcept = default;
+    EIPAddress& operator=(EIPAddress const&) = default;
+    EIPAddress& operator=(EIPAddress&&) noexcept = default;
+    virtual ~EIPAddress() = default;
+
+    /// \p bytes: 4 or 16 in network order, as the family says; null stands for zeros.
+    /// A family other than 17 and 18 throws std::invalid_argument and changes nothing.
+    void SetAddress(unsigned char const* bytes, unsigned int family) { SetAddress(bytes, 16, family); }
+    /// The same from \p count bytes: missing ones are zero, those beyond the family's size are ignored.
+    void SetAddress(unsigned char const* bytes, unsigned int count, unsigned int family);
+
+    unsigned int GetFamily() const { return m_family; }
+    /// 16 bytes in network order; of an IPv4 address the first 4, the rest are zero.
+    unsigned char const* GetBytes() const { return m_bytes.data(); }
+    bool IsZero() const { return m_bytes == std::array<unsigned char, 16>{}; }
+    /// A dotted quad, or the form of RFC 5952.
+    std::string GetAsString() const;
+    void Swap(EIPAddress& other) noexcept
+    {
+        std::swap(m_family, other.m_family);
+        m_bytes.swap(other.m_bytes);
+    }
+
+    bool operator==(EIPAddress const& other) const { return m_family == other.m_family && m_bytes == other.m_bytes; }
+    bool operator!=(EIPAddress const& other) const { return !(*this == other); }
+    /// By family, then by bytes.
+    bool operator<(EIPAddress const& other) const
+    {
+        return m_family != other.m_family ? m_family < other.m_family : m_bytes < other.m_bytes;
+    }
+
+private:
+    unsigned int m_family = kIPv4;
+    std::array<unsigned char, 16> m_bytes = {};
+};
+
+/// The family, then 4 or 16 bytes.
+IFHOST_API EArchive& operator<<(EArchive& archive, EIPAddress const& address);
+/// A family other than 17 and 18 is an error; on an error the address keeps what it held.
+IFHOST_API EArchive& operator>>(EArchive& archive, EIPAddress& address);

@@ -1,0 +1,382 @@
+#pragma once
+
+#include "eIPAddress.hpp"
+#include "eVLAN.hpp"
+#include "eVLANIPAddressTableItemProperties.hpp"
+#include "ifcore/eIPv4AddressItem.hpp"
+#include "ifcore/eIPv6AddressItem.hpp"
+#include "ifcore/eInterfaceItem.hpp"
+#include "ifcore/eInterfaceTable.hpp"
+#include "ifcore/eInterfaceTableHooks.hpp"
+#include "ifhostExport.hpp"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+/// The interfaces of one table by their addresses, in constant time: installed in a table under the name
+/// "IP_LOOKUP_HOOKS" it answers EInterfaceTable::FindInterfaceByIP and FindInterfaceByIPAndVlan.
+///
+/// It keeps an index of its own and learns from what it is told. It finds what a walk through the table would find:
+/// an IPv4 address in the IPv4 record of an interface, any other in its IPv6 list; whether record or interface are
+/// enabled does not matter; of several interfaces with one address the one with the lowest id.
+///
+/// One observer serves one table: ids of different tables cannot be told apart, and the replacement of one table would
+/// drop what was learned from the others.
+///
+/// Call Rebuild after changes that the table does not announce, since a table takes the answer for final:
+/// - installing the observer in a table that already holds interfaces;
+/// - reading an archive into the table, one of its interfaces or one of their address records;
+/// - container operations that bypass the interface and the table (AddItem, RemoveItem, Swap, Empty of the lists);
+/// - EInterfaceTable::Swap, on both sides, and Swap of an address record.
+/// A copy of an interface's Ethernet data announces its changes as the interface's own: change no VLANs in a copy.
+class IFHOST_API EIPLookupInterfaceTableHooks : public EIgnoreInterfaceTableHooks {
+public:
+    /// The id of the interface that has this address; 0 when none has.
+    unsigned int GetInterfaceId(EIPAddress const& address) const
+    {
+        return IsIPv4(address) ? m_ipv4.Find(IPv4Key(address)) : m_ipv6.Find(IPv6Key(address));
+    }
+    /// The same among the interfaces whose outermost VLAN id is that of \p vlan. Its priority does not matter.
+    /// An interface without VLANs, or with its VLANs disabled, counts as one with VLAN id 0.
+    unsigned int GetInterfaceIdFromVlan(EIPAddress const& address, EVLAN const& vlan) const
+    {
+        return IsIPv4(address) ? m_ipv4.Find(IPv4Key(address), vlan.GetVLANID())
+                               : m_ipv6.Find(IPv6Key(address), vlan.GetVLANID());
+    }
+    /// Forgets everything and learns the addresses that the table holds now.
+    void Rebuild(EInterfaceTable const& table)
+    {
+        m_ipv4.Clear();
+        m_ipv6.Clear();
+        for (auto position = table.begin(); position != table.end(); ++position)
+            if (EInterfaceItem const* const item = table.GetItem(position)) Learn(*item, position->first);
+    }
+
+    /// \name What it listens to
+    ///@{
+    void SettingInterfaceTable(EInterfaceTable const&, EInterfaceTable const& replacement) override
+    {
+        Rebuild(replacement);
+    }
+    void AddingInterfaceItem(EInterfaceItem const& item) override // told after the store
+    {
+        Learn(item, item.GetLocalId());
+    }
+    void RemovingInterfaceItem(EInterfaceItem const& item) override { Forget(item, IdInTable(item)); }
+    void SettingInterfaceItem(EInterfaceItem const& item, EInterfaceItem const& replacement) override
+    {
+        unsigned int const id = IdInTable(item);
+        Forget(item, id);
+        Learn(replacement, id);
+    }
+    void SettingInterfaceVlan(EInterfaceItem const& item, EVLANIPAddressTableItemProperties const& vlans) override
+    {
+        unsigned int const id = IdInTable(item);
+        Forget(item, id);
+        Learn(item, id, VlanOf(vlans));
+    }
+    void SettingIPv4AddressItem(EIPv4AddressItem const& item, EIPv4AddressItem const& replacement,
+                                EVLANIPAddressTableItemProperties const&,
+                                EVLANIPAddressTableItemProperties const&) override
+    {
+        ChangeIPv4(item, replacement.GetAddress());
+    }
+    void SettingIPv4Address(EIPv4AddressItem const& item, EIPAddress const& address,
+                            EVLANIPAddressTableItemProperties const&, EVLAN const&) override
+    {
+        ChangeIPv4(item, address);
+    }
+    void AddingIPv6AddressItem(EIPv6AddressItem const& item) override // told after the store
+    {
+        ChangeIPv6(item, nullptr, &item.GetAddress());
+    }
+    void RemovingIPv6AddressItem(EIPv6AddressItem const& item) override
+    {
+        ChangeIPv6(item, &item.GetAddress(), nullptr);
+    }
+    void SettingIPv6AddressItem(EIPv6AddressItem const& item, EIPv6AddressItem const& replacement) override
+    {
+        ChangeIPv6(item, &item.GetAddress(), &replacement.GetAddress());
+    }
+    void SettingIPv6Address(EIPv6AddressItem const& item, EIPAddress const& address) override
+    {
+        ChangeIPv6(item, &item.GetAddress(), &address);
+    }
+    ///@}
+
+private:
+    /// The interfaces that share one address. One bit an id, 64 ids a block and only the blocks that are in use: a
+    /// million interfaces with the address 0.0.0.0 take few allocations, and no operation walks them.
+    class Sharers {
+    public:
+        void Add(unsigned int id, unsigned int vlan)
+        {
+            if (!SetBit(KeyOf(id, kAnyVlan))) {
+                ++m_repeated[id];
+                return;
+            }
+            SetBit(KeyOf(id, vlan));
+        }
+        void Remove(unsigned int id, unsigned int vlan)
+        {
+            auto const repeated = m_repeated.find(id);
+            if (repeated != m_repeated.end()) {
+                if (--repeated->second == 0) m_repeated.erase(repeated);
+                return;
+            }
+            ClearBit(KeyOf(id, kAnyVlan));
+            ClearBit(KeyOf(id, vlan));
+        }
+        unsigned int Lowest(unsigned int vlan) const ///< 0: none
+        {
+            auto const block = m_ids.lower_bound(KeyOf(0, vlan) / kBlockSize);
+            if (block == m_ids.end()) return 0;
+            auto const lowestBit = static_cast<unsigned int>(__builtin_ctzll(block->second));
+            std::uint64_t const key = block->first * kBlockSize + lowestBit;
+            return key >> 32 == vlan ? static_cast<unsigned int>(key) : 0;
+        }
+        unsigned int Lowest() const { return Lowest(kAnyVlan); } ///< 0: none
+
+    private:
+        static constexpr unsigned int kAnyVlan = 0x1000; // beyond every VLAN id: each id stands here too
+        static constexpr std::uint64_t kBlockSize = 64;
+
+        static std::uint64_t KeyOf(unsigned int id, unsigned int vlan) { return std::uint64_t(vlan) << 32 | id; }
+        bool SetBit(std::uint64_t key) ///< False: it was set.
+        {
+            std::uint64_t& bits = m_ids[key / kBlockSize];
+            std::uint64_t const before = bits;
+            bits |= std::uint64_t(1) << key % kBlockSize;
+            return bits != before;
+        }
+        void ClearBit(std::uint64_t key)
+        {
+            auto const block = m_ids.find(key / kBlockSize);
+            if (block == m_ids.end()) return;
+            block->second &= ~(std::uint64_t(1) << key % kBlockSize);
+            if (block->second == 0) m_ids.erase(block);
+        }
+
+        std::map<std::uint64_t, std::uint64_t> m_ids;    // block of VLAN id and interface id: its bits, never 0
+        std::map<unsigned int, unsigned int> m_repeated; // id: in how many more items the interface has the address
+    };
+
+    /// Addresses of one family: a hash table in one piece of memory (linear probing, no marks for removed entries), so
+    /// that a lookup touches one or two cache lines. A second interface of one address is what takes an allocation.
+    template <class Key> class Index {
+    public:
+        unsigned int Find(Key const& key) const
+        {
+            Entry const* const entry = FindEntry(key);
+            return entry ? entry->id : 0;
+        }
+        unsigned int Find(Key const& key, unsigned int vlan) const
+        {
+            Entry const* const entry = FindEntry(key);
+            if (!entry) return 0;
+            if (entry->sharers) return entry->sharers->Lowest(vlan);
+            return entry->vlan == vlan ? entry->id : 0;
+        }
+        void Add(Key const& key, unsigned int id, unsigned int vlan)
+        {
+            if ((m_used + 1) * 3 > m_slots.size() * 2) Grow();
+            Entry& entry = m_slots[SlotOf(key)];
+            if (entry.id == 0) {
+                entry.key = key;
+                entry.id = id;
+                entry.vlan = vlan;
+                ++m_used;
+                return;
+            }
+            if (!entry.sharers) {
+                entry.sharers = std::make_unique<Sharers>();
+                entry.sharers->Add(entry.id, entry.vlan);
+            }
+            entry.sharers->Add(id, vlan);
+            if (id < entry.id) entry.id = id;
+        }
+        /// Does nothing when the interface is not known under this address.
+        void Remove(Key const& key, unsigned int id, unsigned int vlan)
+        {
+            if (m_slots.empty()) return;
+            std::size_t const slot = SlotOf(key);
+            Entry& entry = m_slots[slot];
+            if (entry.sharers) {
+                // Sharers that have become one stay: the next interface would bring them back.
+                entry.sharers->Remove(id, vlan);
+                entry.id = entry.sharers->Lowest();
+                if (entry.id == 0) Vacate(slot);
+            } else if (entry.id == id) {
+                Vacate(slot);
+            }
+        }
+        void Clear()
+        {
+            m_slots.clear();
+            m_used = 0;
+        }
+
+    private:
+        struct Entry {
+            Key key = {};
+            unsigned int id = 0;              // the lowest; 0: the slot is free
+            unsigned int vlan = 0;            // of that interface, while there are no sharers
+            std::unique_ptr<Sharers> sharers; // all interfaces of the address, once there were several
+        };
+
+        Entry const* FindEntry(Key const& key) const
+        {
+            if (m_slots.empty()) return nullptr;
+            Entry const& entry = m_slots[SlotOf(key)];
+            return entry.id == 0 ? nullptr : &entry;
+        }
+        /// Where the address stands or would stand. There is always a free slot to stop at.
+        std::size_t SlotOf(Key const& key) const
+        {
+            std::size_t const mask = m_slots.size() - 1;
+            std::size_t slot = Hash(key) & mask;
+            while (m_slots[slot].id != 0 && m_slots[slot].key != key) slot = (slot + 1) & mask;
+            return slot;
+        }
+        void Grow()
+        {
+            std::vector<Entry> old(m_slots.empty() ? 16 : m_slots.size() * 2); // a power of two
+            old.swap(m_slots);
+            for (Entry& entry : old)
+                if (entry.id != 0) m_slots[SlotOf(entry.key)] = std::move(entry);
+        }
+        /// Frees a slot and moves those behind it up that would not be found across the gap.
+        void Vacate(std::size_t gap)
+        {
+            std::size_t const mask = m_slots.size() - 1;
+            for (std::size_t slot = (gap + 1) & mask; m_slots[slot].id != 0; slot = (slot + 1) & mask) {
+                std::size_t const home = Hash(m_slots[slot].key) & mask;
+                if (((slot - home) & mask) < ((slot - gap) & mask)) continue; // its search starts behind the gap
+                m_slots[gap] = std::move(m_slots[slot]);
+                gap = slot;
+            }
+            m_slots[gap] = Entry();
+            --m_used;
+        }
+
+        std::vector<Entry> m_slots; // a power of two, at most two thirds in use; or none
+        std::size_t m_used = 0;
+    };
+
+    using EIPv4Key = std::uint32_t;
+    using EIPv6Key = std::array<std::uint64_t, 2>;
+
+    static std::uint64_t Mix(std::uint64_t value) // every bit of the value reaches every bit of the result
+    {
+        value = (value ^ value >> 32) * 0xD6E8FEB86659FD93U;
+        value = (value ^ value >> 32) * 0xD6E8FEB86659FD93U;
+        return value ^ value >> 32;
+    }
+    static std::size_t Hash(EIPv4Key key) { return Mix(key); }
+    static std::size_t Hash(EIPv6Key const& key) { return Mix(Mix(key[0]) + key[1]); }
+
+    static bool IsIPv4(EIPAddress const& address) { return address.GetFamily() == EIPAddress::kIPv4; }
+    static EIPv4Key IPv4Key(EIPAddress const& address)
+    {
+        EIPv4Key key;
+        std::memcpy(&key, address.GetBytes(), sizeof key);
+        return key;
+    }
+    static EIPv6Key IPv6Key(EIPAddress const& address)
+    {
+        EIPv6Key key;
+        std::memcpy(key.data(), address.GetBytes(), sizeof key);
+        return key;
+    }
+    static unsigned int VlanOf(EVLANIPAddressTableItemProperties const& vlans)
+    {
+        return vlans.IsEnabled() ? vlans.GetVLANID(0) : 0;
+    }
+
+    /// The id under which the table holds the interface; 0 when it only names the table as its parent. The local id
+    /// says it, except after an assignment to an interface past the table, which brings the other's local id along.
+    static unsigned int IdInTable(EInterfaceItem const& item)
+    {
+        EInterfaceTable const* const table = item.GetParent();
+        if (!table) return 0;
+        if (table->GetInterfaceItem(item.GetLocalId()) == &item) return item.GetLocalId();
+        for (auto position = table->begin(); position != table->end(); ++position)
+            if (table->GetItem(position) == &item) return position->first;
+        return 0;
+    }
+    /// Whether the record is in the list of the interface that it names as its parent; a copy of one is not.
+    static bool IsInList(EIPv6AddressItem const& item, EInterfaceItem const& interface)
+    {
+        EIPv6AddressItemList const& list = interface.GetIPv6AddressItemList();
+        if (list.GetItem(item.GetLocalId()) == &item) return true;
+        for (auto position = list.begin(); position != list.end(); ++position)
+            if (list.GetItem(position) == &item) return true; // an emptied record has lost its local id
+        return false;
+    }
+
+    // An address of the other family in a record is not indexed: nobody looks for it there.
+    void AddIPv4(EIPAddress const& address, unsigned int id, unsigned int vlan)
+    {
+        if (IsIPv4(address)) m_ipv4.Add(IPv4Key(address), id, vlan);
+    }
+    void RemoveIPv4(EIPAddress const& address, unsigned int id, unsigned int vlan)
+    {
+        if (IsIPv4(address)) m_ipv4.Remove(IPv4Key(address), id, vlan);
+    }
+    void AddIPv6(EIPAddress const& address, unsigned int id, unsigned int vlan)
+    {
+        if (!IsIPv4(address)) m_ipv6.Add(IPv6Key(address), id, vlan);
+    }
+    void RemoveIPv6(EIPAddress const& address, unsigned int id, unsigned int vlan)
+    {
+        if (!IsIPv4(address)) m_ipv6.Remove(IPv6Key(address), id, vlan);
+    }
+
+    void Learn(EInterfaceItem const& item, unsigned int id) { Learn(item, id, VlanOf(item.GetVLANItem())); }
+    void Learn(EInterfaceItem const& item, unsigned int id, unsigned int vlan)
+    {
+        if (id == 0) return;
+        AddIPv4(item.GetIPv4AddressItem().GetAddress(), id, vlan);
+        EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
+        for (auto position = list.begin(); position != list.end(); ++position)
+            AddIPv6(list.GetItem(position)->GetAddress(), id, vlan);
+    }
+    void Forget(EInterfaceItem const& item, unsigned int id)
+    {
+        if (id == 0) return;
+        unsigned int const vlan = VlanOf(item.GetVLANItem());
+        RemoveIPv4(item.GetIPv4AddressItem().GetAddress(), id, vlan);
+        EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
+        for (auto position = list.begin(); position != list.end(); ++position)
+            RemoveIPv6(list.GetItem(position)->GetAddress(), id, vlan);
+    }
+    void ChangeIPv4(EIPv4AddressItem const& item, EIPAddress const& address)
+    {
+        EInterfaceItem const* const interface = item.GetParent();
+        if (!interface || &interface->GetIPv4AddressItem() != &item) return; // a copy of the record, parent included
+        unsigned int const id = IdInTable(*interface);
+        if (id == 0) return;
+        unsigned int const vlan = VlanOf(interface->GetVLANItem());
+        RemoveIPv4(item.GetAddress(), id, vlan);
+        AddIPv4(address, id, vlan);
+    }
+    void ChangeIPv6(EIPv6AddressItem const& item, EIPAddress const* removed, EIPAddress const* added)
+    {
+        EInterfaceItem const* const interface = item.GetParent();
+        if (!interface || !IsInList(item, *interface)) return;
+        unsigned int const id = IdInTable(*interface);
+        if (id == 0) return;
+        unsigned int const vlan = VlanOf(interface->GetVLANItem());
+        if (removed) RemoveIPv6(*removed, id, vlan);
+        if (added) AddIPv6(*added, id, vlan);
+    }
+
+    Index<EIPv4Key> m_ipv4;
+    Index<EIPv6Key> m_ipv6;
+};

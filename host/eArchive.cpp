@@ -1,0 +1,147 @@
+#include "eArchive.hpp"
+
+#include "eBlob.hpp"
+
+#include <algorithm>
+
+EArchiveError::EArchiveError(std::size_t offset, std::string const& wanted, std::string const& found)
+    : std::runtime_error("archive offset " + std::to_string(offset) + ": wanted " + wanted + ", found " + found),
+      m_offset(offset)
+{
+}
+
+EArchiveError::~EArchiveError() = default;
+
+EArchive::EArchive(EArchive const& other)
+{
+    Reserve(other.m_size);
+    std::memcpy(m_data, other.m_data, other.m_size);
+    m_size = other.m_size;
+    m_position = other.m_position;
+    m_storing = other.m_storing;
+    SetLimits();
+}
+
+EArchive::EArchive(EArchive&& other) noexcept
+{
+    *this = std::move(other);
+}
+
+EArchive& EArchive::operator=(EArchive const& other)
+{
+    if (this != &other) *this = EArchive(other);
+    return *this;
+}
+
+EArchive& EArchive::operator=(EArchive&& other) noexcept
+{
+    if (this == &other) return *this;
+    ReleaseHeap();
+    if (other.m_data == other.m_local) {
+        m_data = m_local;
+        std::memcpy(m_local, other.m_local, other.m_size);
+    } else {
+        m_data = std::exchange(other.m_data, other.m_local);
+    }
+    m_capacity = std::exchange(other.m_capacity, kLocalCapacity);
+    m_size = std::exchange(other.m_size, 0);
+    m_position = std::exchange(other.m_position, 0);
+    m_storing = std::exchange(other.m_storing, true);
+    SetLimits();
+    other.SetLimits();
+    return *this;
+}
+
+void EArchive::SetFromEBlob(EBlob const& blob, bool replace)
+{
+    std::size_t const start = replace ? 0 : m_size;
+    Reserve(start + blob.GetSize());
+    if (blob.GetSize() > 0) std::memcpy(m_data + start, blob.GetData(), blob.GetSize());
+    m_size = start + blob.GetSize();
+    if (replace) m_position = 0;
+    SetLimits();
+}
+
+void EArchive::SetMode(int mode)
+{
+    if (mode != 1 && mode != 2) throw std::invalid_argument("archive mode " + std::to_string(mode));
+    m_storing = mode == 1;
+    m_position = 0;
+    SetLimits();
+}
+
+EBlob EArchive::GetAsEBlob() const
+{
+    if (m_size > std::numeric_limits<unsigned int>::max()) throw std::length_error("an archive of more than 4 GiB");
+    return EBlob(m_data, static_cast<unsigned int>(m_size));
+}
+
+std::size_t EArchive::ReadCount()
+{
+    std::size_t const start = m_position;
+    unsigned long count = 0;
+    *this >> count;
+    if (count > GetRemaining())
+        Fail(start, "a count of at most the " + std::to_string(GetRemaining()) + " bytes that remain",
+             std::to_string(count));
+    return count;
+}
+
+void EArchive::Fail(std::size_t offset, std::string const& wanted, std::string const& found)
+{
+    m_position = offset;
+    throw EArchiveError(offset, wanted, found);
+}
+
+unsigned long EArchive::ReadWidePattern(unsigned long largest, char const* type)
+{
+    if (m_storing) return 0;
+    std::size_t const start = m_position;
+    if (start == m_size) Fail(start, type, "the end");
+    unsigned int const first = m_data[start];
+    unsigned int const width = first > kLargestSingle ? first - kLargestSingle : 0; // bytes behind the first
+    unsigned long pattern = first;
+    if (width > 0) {
+        std::size_t const present = m_size - start - 1;
+        if (present < width)
+            Fail(start, type, std::to_string(present) + " of the " + std::to_string(width) + " bytes of a number");
+        pattern = 0;
+        for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | m_data[start + i];
+        unsigned long const least = width == 1 ? kLargestSingle + 1 : 1UL << 8 * (width - 1);
+        if (pattern < least) Fail(start, type, std::to_string(pattern) + " in a form longer than its shortest");
+    }
+    if (pattern > largest)
+        Fail(start, std::string(type) + " of at most " + std::to_string(largest), std::to_string(pattern));
+    m_position = start + 1 + width;
+    return pattern;
+}
+
+unsigned char const* EArchive::FailBytes(std::size_t count)
+{
+    if (m_storing) return nullptr;
+    Fail(m_position, std::to_string(count) + " bytes", std::to_string(GetRemaining()));
+}
+
+bool EArchive::MakeRoom(std::size_t count)
+{
+    if (!m_storing) return false;
+    Reserve(std::max(m_size + count, 2 * m_capacity));
+    SetLimits();
+    return true;
+}
+
+void EArchive::Reserve(std::size_t capacity)
+{
+    if (capacity <= m_capacity) return;
+    unsigned char* const data = new unsigned char[capacity];
+    std::memcpy(data, m_data, m_size);
+    ReleaseHeap();
+    m_data = data;
+    m_capacity = capacity;
+}
+
+void EArchive::SetLimits()
+{
+    m_writeLimit = m_storing ? m_capacity : 0;
+    m_readLimit = m_storing ? 0 : m_size;
+}

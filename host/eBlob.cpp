@@ -1,0 +1,82 @@
+#include "eBlob.hpp"
+
+#include "eHexText.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+EBlob::EBlob(void const* bytes, unsigned int count) : m_bytes(count)
+{
+    if (bytes && count > 0) std::memcpy(m_bytes.data(), bytes, count);
+}
+
+void EBlob::SetSize(unsigned int size, bool keep)
+{
+    if (!keep) m_bytes.clear();
+    m_bytes.resize(size);
+}
+
+void EBlob::Memset(unsigned char value, unsigned int offset, unsigned int count)
+{
+    unsigned int const start = std::min(offset, GetSize());
+    std::fill_n(m_bytes.begin() + start, std::min(count, GetSize() - start), value);
+}
+
+void EBlob::GetAt(EBlob& out, unsigned int offset, unsigned int count) const
+{
+    unsigned int const start = std::min(offset, GetSize());
+    auto const first = m_bytes.begin() + start;
+    std::vector<unsigned char> range(first, first + std::min(count, GetSize() - start));
+    out.m_bytes = std::move(range);
+}
+
+void EBlob::RemoveLeadingBytes(unsigned int count)
+{
+    m_bytes.erase(m_bytes.begin(), m_bytes.begin() + std::min(count, GetSize()));
+}
+
+std::string EBlob::GetHexString() const
+{
+    return FormatHexBytes(m_bytes.data(), m_bytes.size(), "");
+}
+
+static bool IsWhiteSpace(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+bool EBlob::SetHexString(std::string const& text)
+{
+    std::size_t position = 0;
+    while (position < text.size() && IsWhiteSpace(text[position])) ++position;
+    if (text.compare(position, 2, "0x") == 0 || text.compare(position, 2, "0X") == 0) position += 2;
+
+    std::vector<unsigned char> digits;
+    for (; position < text.size(); ++position) {
+        char const character = text[position];
+        int const digit = HexDigitValue(character);
+        if (digit >= 0)
+            digits.push_back(static_cast<unsigned char>(digit));
+        else if (character != ':' && character != '.' && character != '-' && !IsWhiteSpace(character))
+            break;
+    }
+
+    if (digits.size() % 2 != 0) digits.insert(digits.begin(), 0);
+    m_bytes.resize(digits.size() / 2);
+    for (std::size_t i = 0; i < m_bytes.size(); ++i)
+        m_bytes[i] = static_cast<unsigned char>(digits[2 * i] << 4 | digits[2 * i + 1]);
+    return position == text.size();
+}
+
+EArchive& operator<<(EArchive& archive, EBlob const& blob)
+{
+    archive << static_cast<unsigned long>(blob.GetSize());
+    return archive.WriteBytes(blob.GetData(), blob.GetSize());
+}
+
+EArchive& operator>>(EArchive& archive, EBlob& blob)
+{
+    std::size_t const size = archive.ReadCount();
+    blob = EBlob(archive.ReadBytes(size), static_cast<unsigned int>(size));
+    return archive;
+}

@@ -1,0 +1,134 @@
+#include "eUniqueIDMapImplBase.hpp"
+
+#include <utility>
+
+/// Destroys the item unless it was released.
+class EUniqueIDMapImplBase::OwnedItem {
+public:
+    OwnedItem(EUniqueIDMapImplBase const& owner, void* item) : m_owner(owner), m_item(item) {}
+    OwnedItem(OwnedItem const&) = delete;
+    OwnedItem& operator=(OwnedItem const&) = delete;
+    ~OwnedItem()
+    {
+        if (m_item) m_owner.DestroyItem(m_item);
+    }
+    void* Get() const { return m_item; }
+    void* Release() { return std::exchange(m_item, nullptr); }
+
+private:
+    EUniqueIDMapImplBase const& m_owner;
+    void* m_item;
+};
+
+/// Destroys the items that it holds in the end.
+class EUniqueIDMapImplBase::OwnedItems {
+public:
+    explicit OwnedItems(EUniqueIDMapImplBase const& owner) : m_owner(owner) {}
+    OwnedItems(OwnedItems const&) = delete;
+    OwnedItems& operator=(OwnedItems const&) = delete;
+    ~OwnedItems()
+    {
+        for (auto const& entry : items) m_owner.DestroyItem(entry.second);
+    }
+
+    Map items;
+
+private:
+    EUniqueIDMapImplBase const& m_owner;
+};
+
+EUniqueIDMapImplBase::~EUniqueIDMapImplBase() = default;
+
+/// On an exception the container is as before and the item still that of \p item.
+void EUniqueIDMapImplBase::Store(unsigned int id, OwnedItem& item)
+{
+    SetParent(item.Get());
+    void*& slot = m_items.try_emplace(m_items.end(), id, nullptr)->second; // ids mostly come in ascending order
+    OwnedItem replaced(*this, std::exchange(slot, item.Release()));
+    if (replaced.Get() == slot) replaced.Release(); // it was there already
+}
+
+unsigned int EUniqueIDMapImplBase::AddOwnedItem(void* item)
+{
+    OwnedItem owned(*this, item);
+    if (!item) return 0;
+    unsigned int id = m_generator.Next();
+    while (id != 0 && m_items.count(id) > 0) id = m_generator.Next();
+    if (id == 0) return 0;
+    SetLocalId(item, id);
+    Store(id, owned);
+    return id;
+}
+
+unsigned int EUniqueIDMapImplBase::AddOwnedItem(unsigned int id, void* item)
+{
+    OwnedItem owned(*this, item);
+    if (!item) return 0;
+    SetLocalId(item, id);
+    Store(id, owned);
+    m_generator.SkipPast(id);
+    return id;
+}
+
+void EUniqueIDMapImplBase::Empty()
+{
+    if (m_items.empty()) return;
+    m_generator.SkipPast(m_items.rbegin()->first);
+    OwnedItems removed(*this);
+    removed.items.swap(m_items);
+}
+
+void EUniqueIDMapImplBase::Copy(EUniqueIDMapImplBase const& other)
+{
+    if (this == &other) return;
+    OwnedItems copies(*this); // and, in the end, the items that were here before
+    for (auto const& [id, item] : other.m_items) {
+        OwnedItem copy(*this, CreateNewItem(static_cast<void const*>(item)));
+        if (!copy.Get()) continue;
+        SetLocalId(copy.Get(), id);
+        SetParent(copy.Get());
+        copies.items.try_emplace(copies.items.end(), id, copy.Get());
+        copy.Release();
+    }
+    m_items.swap(copies.items);
+    m_generator = other.m_generator;
+}
+
+void EUniqueIDMapImplBase::Swap(EUniqueIDMapImplBase& other)
+{
+    if (this == &other) return;
+    m_items.swap(other.m_items);
+    std::swap(m_generator, other.m_generator);
+    SetItemParents();
+    other.SetItemParents();
+}
+
+bool EUniqueIDMapImplBase::RemoveItem(iterator const& position)
+{
+    if (position == m_items.end()) return false;
+    OwnedItem const removed(*this, position->second);
+    m_generator.SkipPast(position->first);
+    m_items.erase(position);
+    return true;
+}
+
+void EUniqueIDMapImplBase::SetItemParents()
+{
+    for (auto const& entry : m_items) SetParent(entry.second);
+}
+
+void EUniqueIDMapImplBase::SerializeIn(EArchive& archive)
+{
+    Empty();
+    archive >> m_generator;
+    for (std::size_t count = archive.ReadCount(); count > 0; --count) {
+        OwnedItem item(*this, CreateAndSerializeIn(archive));
+        if (item.Get()) Store(GetLocalId(item.Get()), item);
+    }
+}
+
+void EUniqueIDMapImplBase::SerializeOut(EArchive& archive) const
+{
+    archive << m_generator << static_cast<unsigned long>(m_items.size());
+    for (auto const& entry : m_items) SerializeItemOut(entry.second, archive);
+}

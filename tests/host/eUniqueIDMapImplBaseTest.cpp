@@ -1,0 +1,489 @@
+#include "hostTestSupport.hpp"
+
+#include "eUniqueIDMapImplBase.hpp"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+// Allocations that are still granted before one fails; negative: all are.
+static long s_allocationsLeft = -1;
+
+// Not inlined: g++ would take malloc and free for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    if (s_allocationsLeft >= 0 && s_allocationsLeft-- == 0) throw std::bad_alloc();
+    if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+struct Item {
+    unsigned int id = 0;
+    int value = 0;
+    void const* parent = nullptr;
+};
+
+int s_items = 0; // that exist
+
+class Container : public EUniqueIDMapImplBase {
+public:
+    explicit Container(void const* parent = nullptr) : m_parent(parent) {}
+    ~Container() override { Empty(); }
+    Container& operator=(Container const& other) // not the parent
+    {
+        EUniqueIDMapImplBase::operator=(other);
+        return *this;
+    }
+
+    Item* Make(int value) const
+    {
+        Item* item = static_cast<Item*>(CreateNewItem());
+        item->value = value;
+        return item;
+    }
+    unsigned int Add(int value) { return AddOwnedItem(Make(value)); }
+    unsigned int Add(unsigned int id, int value) { return AddOwnedItem(id, Make(value)); }
+    /// "id=value" of each item in order; items with a wrong id or parent are marked.
+    std::string Text() const
+    {
+        std::string text;
+        for (const_iterator i = begin(); i != end(); ++i) {
+            Item const* item = static_cast<Item const*>(GetItem(i));
+            text += (text.empty() ? "" : " ") + std::to_string(i->first) + '=' + std::to_string(item->value);
+            if (item->id != i->first) text += " wrong id";
+            if (item->parent != m_parent) text += " wrong parent";
+        }
+        return text;
+    }
+    unsigned int PeekNextId() const { return EUniqueIDGenerator(GetIdGenerator()).Next(); }
+
+    unsigned int GetLocalId(void const* item) const override { return static_cast<Item const*>(item)->id; }
+    void SetLocalId(void* item, unsigned int id) const override { static_cast<Item*>(item)->id = id; }
+    void* CreateNewItem() const override
+    {
+        if (makesNothing) return nullptr;
+        Item* item = new Item();
+        ++s_items;
+        return item;
+    }
+    void* CreateNewItem(void const* item) const override
+    {
+        Item* copy = static_cast<Item*>(CreateNewItem());
+        if (copy) *copy = *static_cast<Item const*>(item);
+        return copy;
+    }
+    void* CreateAndSerializeIn(EArchive& archive) const override
+    {
+        Item* item = static_cast<Item*>(CreateNewItem());
+        if (!item) return nullptr;
+        try {
+            archive >> item->id;
+            archive >> item->value;
+        } catch (...) {
+            DestroyItem(item);
+            throw;
+        }
+        return item;
+    }
+    void SerializeItemOut(void const* item, EArchive& archive) const override
+    {
+        archive << static_cast<Item const*>(item)->id;
+        archive << static_cast<Item const*>(item)->value;
+    }
+    void DestroyItem(void* item) const override
+    {
+        --s_items;
+        delete static_cast<Item*>(item);
+    }
+    void SetParent(void* item) const override
+    {
+        if (failsToSetParent) throw std::runtime_error("no parent");
+        static_cast<Item*>(item)->parent = m_parent;
+    }
+
+    bool makesNothing = false;
+    bool failsToSetParent = false;
+
+private:
+    void const* m_parent;
+};
+
+} // namespace
+
+class EUniqueIDMapImplBaseTest : public testing::Test {
+protected:
+    ~EUniqueIDMapImplBaseTest() override { EXPECT_EQ(0, s_items); }
+};
+
+template <class Pointer> static std::size_t SlotOf(Pointer member)
+{
+    std::size_t words[2];
+    static_assert(sizeof words == sizeof member, "Itanium C++ ABI");
+    std::memcpy(words, &member, sizeof words);
+    return (words[0] - 1) / sizeof(void*);
+}
+
+TEST(EUniqueIDMapImplBase, CallbacksStandInTheirSlots)
+{
+    using Core = EUniqueIDMapImplBase;
+    EXPECT_EQ(2U, SlotOf(&Core::GetLocalId));
+    EXPECT_EQ(3U, SlotOf(&Core::SetLocalId));
+    EXPECT_EQ(4U, SlotOf(static_cast<void* (Core::*)() const>(&Core::CreateNewItem)));
+    EXPECT_EQ(5U, SlotOf(static_cast<void* (Core::*)(void const*) const>(&Core::CreateNewItem)));
+    EXPECT_EQ(6U, SlotOf(&Core::CreateAndSerializeIn));
+    EXPECT_EQ(7U, SlotOf(&Core::SerializeItemOut));
+    EXPECT_EQ(8U, SlotOf(&Core::DestroyItem));
+    EXPECT_EQ(9U, SlotOf(&Core::SetParent));
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, HandsOutAscendingIdsAndNeverAFreedOne)
+{
+    int parent = 0;
+    Container container(&parent);
+    EXPECT_EQ(1U, container.Add(10));
+    EXPECT_EQ(2U, container.Add(20));
+    EXPECT_EQ(3U, container.Add(30));
+    EXPECT_EQ("1=10 2=20 3=30", container.Text());
+    EXPECT_TRUE(container.RemoveItem(container.find(3)));
+    EXPECT_EQ(4U, container.Add(40));
+    container.Empty();
+    EXPECT_EQ(0U, container.size());
+    EXPECT_EQ(5U, container.Add(50));
+    EXPECT_EQ("5=50", container.Text());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AnExplicitIdIsTakenAsGivenAndMovesTheGeneratorPastIt)
+{
+    struct {
+        unsigned int id;
+        unsigned int next;
+    } const cases[] = {{0, 1}, {1, 2}, {5, 6}, {0xFFFFFFFE, 0xFFFFFFFF}, {0xFFFFFFFF, 0}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.id);
+        int parent = 0;
+        Container container(&parent);
+        EXPECT_EQ(c.id, container.Add(c.id, 7));
+        EXPECT_EQ(std::to_string(c.id) + "=7", container.Text());
+        EXPECT_EQ(c.next, container.PeekNextId());
+    }
+    Container container;
+    container.Add(5, 50);
+    container.Add(2, 20); // a smaller one moves nothing
+    EXPECT_EQ(6U, container.Add(60));
+    EXPECT_EQ("2=20 5=50 6=60", container.Text());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AnItemUnderAnIdInUseReplacesTheOldOne)
+{
+    Container container;
+    container.Add(1, 10);
+    container.Add(2, 20);
+    EXPECT_EQ(1U, container.Add(1, 11));
+    EXPECT_EQ("1=11 2=20", container.Text());
+    EXPECT_EQ(2, s_items);
+    EXPECT_EQ(1U, container.AddOwnedItem(1, container.GetItem(container.begin()))); // the one that is there
+    EXPECT_EQ("1=11 2=20", container.Text());
+    EXPECT_EQ(2, s_items);
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, GeneratedIdsPassOverThoseInUse)
+{
+    Container container;
+    container.Add(2, 20);
+    container.Add(3, 30);
+    container.SetIdGenerator(EUniqueIDGenerator());
+    EXPECT_EQ(1U, container.Add(10));
+    EXPECT_EQ(4U, container.Add(40));
+    EXPECT_EQ("1=10 2=20 3=30 4=40", container.Text());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, FreeingAnIdMovesAReplacedGeneratorPastIt)
+{
+    Container container;
+    for (int value : {10, 20, 30}) container.Add(value);
+    container.SetIdGenerator(EUniqueIDGenerator());
+    container.RemoveItem(container.find(2));
+    EXPECT_EQ(3U, container.PeekNextId());
+    container.SetIdGenerator(EUniqueIDGenerator());
+    container.Empty();
+    EXPECT_EQ(4U, container.PeekNextId());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, WhenTheIdsAreUsedUpTheItemIsDestroyed)
+{
+    Container container;
+    container.Add(0xFFFFFFFE, 1);
+    EXPECT_EQ(0xFFFFFFFFU, container.Add(2));
+    EXPECT_EQ(0U, container.Add(3));
+    EXPECT_EQ(0U, container.Add(4));
+    EXPECT_EQ("4294967294=1 4294967295=2", container.Text());
+    EXPECT_EQ(2, s_items);
+    EXPECT_EQ(7U, container.Add(7, 5)); // explicit ids still are
+    EXPECT_EQ(0U, container.Add(6));
+
+    Container last;
+    last.Add(0xFFFFFFFF, 1);
+    EUniqueIDGenerator generator;
+    generator.SkipPast(0xFFFFFFFE);
+    last.SetIdGenerator(generator); // its only id is in use
+    EXPECT_EQ(0U, last.Add(2));
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, ANullItemIsNotStored)
+{
+    Container container;
+    EXPECT_EQ(0U, container.AddOwnedItem(nullptr));
+    EXPECT_EQ(0U, container.AddOwnedItem(5, nullptr));
+    EXPECT_EQ(0U, container.size());
+    EXPECT_EQ(1U, container.PeekNextId());
+
+    Container source;
+    source.Add(10);
+    container.makesNothing = true;
+    container = source;
+    EXPECT_EQ(0U, container.size());
+    EArchive archive = Reading("0502 0101 0202");
+    container.SerializeIn(archive);
+    EXPECT_EQ(0U, container.size());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, FindsIteratesAndAnswersNothingAtTheEnd)
+{
+    Container container;
+    container.Add(3, 30);
+    container.Add(1, 10);
+    Container const& constant = container;
+    EXPECT_EQ(2U, constant.size());
+    EXPECT_EQ(1U, container.begin()->first);
+    EXPECT_EQ(1U, constant.begin()->first);
+    EXPECT_EQ(10, static_cast<Item*>(container.GetItem(container.find(1)))->value);
+    EXPECT_EQ(30, static_cast<Item const*>(constant.GetItem(constant.find(3)))->value);
+    EXPECT_TRUE(container.find(2) == container.end());
+    EXPECT_TRUE(constant.find(2) == constant.end());
+    EXPECT_EQ(nullptr, container.GetItem(container.end()));
+    EXPECT_EQ(nullptr, constant.GetItem(constant.end()));
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, RemoveItemSaysWhetherThereWasOne)
+{
+    Container container;
+    container.Add(10);
+    container.Add(20);
+    EXPECT_FALSE(container.RemoveItem(container.find(9)));
+    EXPECT_FALSE(container.RemoveItem(container.end()));
+    EXPECT_EQ(2, s_items);
+    EXPECT_TRUE(container.RemoveItem(container.find(1)));
+    EXPECT_EQ("2=20", container.Text());
+    EXPECT_EQ(1, s_items);
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, ACopyHasItsOwnItemsUnderTheSameIdsAndItsOwnParent)
+{
+    int parents[2] = {};
+    Container source(&parents[0]);
+    source.Add(5, 50);
+    source.Add(9, 90);
+    Container target(&parents[1]);
+    target.Add(5, 1);
+    target.Add(6, 2);
+    target = source;
+    EXPECT_EQ("5=50 9=90", target.Text());
+    EXPECT_EQ("5=50 9=90", source.Text());
+    EXPECT_NE(source.GetItem(source.begin()), target.GetItem(target.begin()));
+    EXPECT_EQ(4, s_items);
+    EXPECT_EQ(10U, target.Add(100));
+    EXPECT_EQ("5=50 9=90", source.Text());
+    EXPECT_EQ(10U, source.PeekNextId());
+
+    target.Copy(Container());
+    EXPECT_EQ(0U, target.size());
+    EXPECT_EQ(1U, target.PeekNextId());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, SwapExchangesItemsAndGeneratorAndTellsTheParents)
+{
+    int parents[2] = {};
+    Container one(&parents[0]);
+    Container two(&parents[1]);
+    one.Add(5, 50);
+    two.Add(1, 10);
+    two.Add(2, 20);
+    void const* const item = one.GetItem(one.begin());
+    one.Swap(two);
+    EXPECT_EQ("1=10 2=20", one.Text());
+    EXPECT_EQ("5=50", two.Text());
+    EXPECT_EQ(item, two.GetItem(two.begin()));
+    EXPECT_EQ(3U, one.PeekNextId());
+    EXPECT_EQ(6U, two.PeekNextId());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, CopyAndSwapWithItselfChangeNothing)
+{
+    Container container;
+    container.Add(10);
+    void const* const item = container.GetItem(container.begin());
+    Container& same = container;
+    container.Copy(same);
+    container.Swap(same);
+    container = same;
+    EXPECT_EQ("1=10", container.Text());
+    EXPECT_EQ(item, container.GetItem(container.begin()));
+    EXPECT_EQ(2U, container.PeekNextId());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AnExceptionDestroysTheItemAddedAndNothingElse)
+{
+    Container container;
+    container.Add(1, 10);
+    container.failsToSetParent = true;
+    EXPECT_THROW(container.Add(20), std::runtime_error);
+    EXPECT_THROW(container.Add(1, 11), std::runtime_error);
+    EXPECT_THROW(container.Add(7, 70), std::runtime_error);
+    container.failsToSetParent = false;
+    EXPECT_EQ("1=10", container.Text());
+    EXPECT_EQ(1, s_items);
+    EXPECT_EQ(3U, container.Add(30)); // 2 was handed out already
+}
+
+/// Runs \p operation with the first, the second ... allocation failing until it succeeds; after each failure the
+/// container must read \p before.
+template <class Operation>
+static void ExpectUnchangedByEachFailure(Container const& container, std::string const& before, Operation operation)
+{
+    int const items = s_items;
+    for (long granted = 0;; ++granted) {
+        SCOPED_TRACE(granted);
+        bool failed = false;
+        s_allocationsLeft = granted;
+        try {
+            operation();
+        } catch (std::bad_alloc const&) {
+            failed = true;
+        }
+        s_allocationsLeft = -1;
+        if (!failed) {
+            EXPECT_GT(granted, 0); // otherwise nothing was tried
+            return;
+        }
+        EXPECT_EQ(before, container.Text());
+        EXPECT_EQ(items, s_items);
+    }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AFailedAllocationLeavesTheContainerAsItWas)
+{
+    Container source;
+    for (int value = 0; value < 5; ++value) source.Add(value);
+    Container container;
+    container.Add(10);
+    ExpectUnchangedByEachFailure(container, "1=10", [&] { container.Add(20); });
+    container.RemoveItem(container.find(container.PeekNextId() - 1));
+    ExpectUnchangedByEachFailure(container, "1=10", [&] { container.Add(7, 70); });
+    EXPECT_EQ("1=10 7=70", container.Text());
+    unsigned int const next = container.PeekNextId();
+    ExpectUnchangedByEachFailure(container, "1=10 7=70", [&] {
+        EXPECT_EQ(next, container.PeekNextId());
+        container.Copy(source);
+    });
+    EXPECT_EQ("1=0 2=1 3=2 4=3 5=4", container.Text());
+    EXPECT_EQ(6U, container.PeekNextId());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, TheArchiveIsTheGeneratorTheCountAndTheItemsInOrder)
+{
+    int parent = 0;
+    Container container(&parent);
+    EArchive archive;
+    container.SerializeOut(archive);
+    EXPECT_EQ("0100", archive.GetAsEBlob().GetHexString());
+
+    container.Add(5, 50);
+    container.Add(2, 20);
+    EArchive two;
+    container.SerializeOut(two);
+    EXPECT_EQ("0602"
+              "0214"
+              "0532",
+              two.GetAsEBlob().GetHexString());
+
+    container.Add(9, 90);
+    two.SetMode(2);
+    container.SerializeIn(two);
+    EXPECT_EQ("2=20 5=50", container.Text());
+    EXPECT_EQ(6U, container.PeekNextId());
+    EXPECT_TRUE(two.AtEnd());
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, ReadsItemsUnderTheIdsTheyBringAndTheGeneratorAsItIs)
+{
+    int parent = 0;
+    Container container(&parent);
+    EArchive archive = Reading("01 04 0932 0314 0001 090a"); // unordered, with id 0 and with 9 twice
+    container.SerializeIn(archive);
+    EXPECT_EQ("0=1 3=20 9=10", container.Text());
+    EXPECT_EQ(3, s_items);
+    EXPECT_EQ(1U, container.Add(5));
+    EXPECT_EQ(2U, container.Add(5));
+    EXPECT_EQ(4U, container.Add(5)); // passes over what is in use
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AfterAnErrorTheItemsReadBeforeItAreThere)
+{
+    struct {
+        char const* bytes;
+        char const* message;
+        char const* items;
+        unsigned int next;
+    } const cases[] = {
+        {"", "archive offset 0: wanted unsigned int, found the end", "", 2},
+        {"fc0100000000", "archive offset 0: wanted unsigned int of at most 4294967295, found 4294967296", "", 2},
+        {"07", "archive offset 1: wanted unsigned long, found the end", "", 7},
+        {"0703 0101", "archive offset 1: wanted a count of at most the 2 bytes that remain, found 3", "", 7},
+        {"07ffffffffffffffffff 0101",
+         "archive offset 1: wanted a count of at most the 2 bytes that remain, found 18446744073709551615", "", 7},
+        {"0702 01", "archive offset 1: wanted a count of at most the 1 bytes that remain, found 2", "", 7},
+        {"0702 0105 02", "archive offset 5: wanted int, found the end", "1=5", 7},
+        {"0703 0105 0206", "archive offset 6: wanted unsigned int, found the end", "1=5 2=6", 7}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.bytes);
+        int parent = 0;
+        Container container(&parent);
+        container.Add(99);
+        EArchive archive = Reading(c.bytes);
+        try {
+            container.SerializeIn(archive);
+            ADD_FAILURE() << "no error";
+        } catch (EArchiveError const& error) {
+            EXPECT_STREQ(c.message, error.what());
+        }
+        EXPECT_EQ(c.items, container.Text());
+        EXPECT_EQ(c.next, container.PeekNextId());
+    }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, ReadingFromAnArchiveThatIsWrittenEmpties)
+{
+    Container container;
+    container.Add(10);
+    EArchive storing;
+    container.SerializeIn(storing);
+    EXPECT_EQ(0U, container.size());
+    EXPECT_EQ(1U, container.PeekNextId());
+    EArchive reading = Reading("05");
+    container.Add(10);
+    container.SerializeOut(reading);
+    EXPECT_EQ("05", reading.GetAsEBlob().GetHexString());
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+/// All that is public of the library.
+#include "eDHCPProperties.hpp"
+#include "eDHCPTLV.hpp"
+#include "eDHCPv6Properties.hpp"
+#include "eDcbxConfig.hpp"
+#include "eDcbxFeatureTlv.hpp"
+#include "eFCoECompanions.hpp"
+#include "eFCoEConfig.hpp"
+#include "eGreTunnel.hpp"
+#include "eIPv4AddressItem.hpp"
+#include "eIPv6AddressItem.hpp"
+#include "eInterfaceData.hpp"
+#include "eInterfaceItem.hpp"
+#include "eInterfaceTable.hpp"
+#include "eInterfaceTableHooks.hpp"
+#include "eLldpConfig.hpp"
+#include "ePTPConfig.hpp"
+#include "eUniqueIDMap.hpp"

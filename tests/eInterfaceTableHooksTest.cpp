@@ -1,0 +1,175 @@
+#include "eInterfaceTableHooks.hpp"
+
+#include "recordedInterface.hpp"
+#include "slotOrder.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <typeinfo>
+
+static std::vector<std::string> LinesOf(std::string const& path)
+{
+    std::ifstream file(path);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    return lines;
+}
+
+namespace {
+
+struct Operation {
+    std::string signature;
+    std::size_t slot;
+};
+
+} // namespace
+
+static Operation const kOperations[] = {
+#define EHOOK(operation, ...) {#operation "(" #__VA_ARGS__ ")", SlotOf(&EInterfaceTableHooks::operation)},
+#include "eInterfaceTableHooks.def"
+};
+
+TEST(EInterfaceTableHooks, The160OperationsStandInTheirSlotsBehindTheDestructors)
+{
+    std::vector<std::string> const expected = LinesOf(IFCORE_GOLDEN_DIR "/EInterfaceTableHooks.slots.txt");
+    ASSERT_EQ(160U, expected.size());
+    ASSERT_EQ(160U, std::size(kOperations));
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        SCOPED_TRACE(i + 1);
+        EXPECT_EQ(expected[i], kOperations[i].signature);
+        EXPECT_EQ(2 + i, kOperations[i].slot);
+    }
+}
+
+TEST(EInterfaceTableHooks, TheDoNothingFormKeepsTheSlots)
+{
+    std::vector<std::size_t> const slots = {
+#define EHOOK(operation, ...) SlotOf(&EIgnoreInterfaceTableHooks::operation),
+#include "eInterfaceTableHooks.def"
+    };
+    ASSERT_EQ(160U, slots.size());
+    for (std::size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(2 + i, slots[i]);
+    EXPECT_EQ(sizeof(void*), sizeof(EIgnoreInterfaceTableHooks)); // no data
+}
+
+/// One default value of each type, for arguments.
+template <class Type> static Type const& Any()
+{
+    static Type const value{};
+    return value;
+}
+
+/// Calls the operation with default values.
+template <class... Argument>
+static void CallWithAny(EInterfaceTableHooks& hooks, void (EInterfaceTableHooks::*operation)(Argument...))
+{
+    (hooks.*operation)(Any<std::decay_t<Argument>>()...);
+}
+static void CallEveryOperation(EInterfaceTableHooks& hooks)
+{
+#define EHOOK(operation, ...) CallWithAny(hooks, &EInterfaceTableHooks::operation);
+#include "eInterfaceTableHooks.def"
+}
+
+TEST(EInterfaceTableHooks, TheDoNothingFormTakesEveryCallAndDoesNothing)
+{
+    Recorder recorder;
+    CallEveryOperation(recorder);
+    EXPECT_EQ(160U, recorder.calls.size()); // every operation was called, each with its own
+
+    EIgnoreInterfaceTableHooks ignoring;
+    std::string before(sizeof ignoring, '\0');
+    std::memcpy(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring);
+    testing::internal::CaptureStdout();
+    CallEveryOperation(ignoring);
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+    EXPECT_EQ(0, std::memcmp(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring));
+}
+
+TEST(EInterfaceTableHooks, EveryRecordReachesTheObserverOfItsTable)
+{
+    RecordedInterface sample;
+    EInterfaceTableHooks* const recorder = sample.recorder.get();
+    EXPECT_EQ(recorder, &sample.table.GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetIPv4AddressItem().GetHooks());
+    unsigned int const id = sample.interface.AddIPv6AddressItem(EIPv6AddressItem());
+    EXPECT_EQ(recorder, &sample.interface.GetIPv6AddressItem(id)->GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetDHCPProperties().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetDHCPv6Properties().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetFCoEConfig().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetNPIVConfig().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetPTPConfig().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetDCBXConfig().GetHooks());
+    EXPECT_EQ(recorder, &sample.interface.GetLLDPConfig().GetHooks());
+}
+
+/// Whether it is the do-nothing observer.
+static bool Ignores(EInterfaceTableHooks& hooks)
+{
+    return typeid(hooks) == typeid(EIgnoreInterfaceTableHooks);
+}
+
+TEST(EInterfaceTableHooks, WithoutAnObserverOrATableARecordReachesTheDoNothingForm)
+{
+    EInterfaceTable one;
+    EInterfaceTable const two(7);
+    EXPECT_TRUE(Ignores(one.GetHooks()));
+    EXPECT_EQ(&one.GetHooks(), &two.GetHooks()); // one for the process
+    unsigned int const id = one.AddInterfaceItem(EInterfaceItem());
+    EXPECT_EQ(&one.GetHooks(), &one.GetInterfaceItem(id)->GetHooks());
+    EXPECT_EQ(&one.GetHooks(), &one.GetInterfaceItem(id)->GetIPv4AddressItem().GetHooks());
+
+    EInterfaceItem freeStanding;
+    EXPECT_TRUE(Ignores(freeStanding.GetHooks()));
+    EXPECT_EQ(&freeStanding.GetHooks(), &freeStanding.GetHooks());
+    EXPECT_TRUE(Ignores(freeStanding.GetIPv4AddressItem().GetHooks()));
+    EXPECT_TRUE(Ignores(EIPv4AddressItem().GetHooks()));
+    EXPECT_TRUE(Ignores(EIPv6AddressItem().GetHooks()));
+    EXPECT_TRUE(Ignores(EDHCPProperties().GetHooks()));
+    EXPECT_TRUE(Ignores(EDHCPv6Properties().GetHooks()));
+    EXPECT_TRUE(Ignores(EFCoEConfig().GetHooks()));
+    EXPECT_TRUE(Ignores(ENPIVConfig().GetHooks()));
+    EXPECT_TRUE(Ignores(EPTPConfig().GetHooks()));
+    EXPECT_TRUE(Ignores(EDCBXConfig().GetHooks()));
+    EXPECT_TRUE(Ignores(ELLDPConfig().GetHooks()));
+}
+
+TEST(EInterfaceTableHooks, AChangeIsAnnouncedOnceWhileTheTableStillHoldsTheOldValue)
+{
+    RecordedInterface sample;
+    sample.table.SetFIPVersion(1);
+    sample.recorder->Clear();
+    short seen = 0;
+    sample.recorder->whenCalled = [&] { seen = sample.table.GetFIPVersion(); };
+    sample.table.SetFIPVersion(2);
+    EXPECT_EQ(std::vector<std::string>{"SettingFIPVersion"}, sample.recorder->Operations());
+    EXPECT_EQ("2", sample.recorder->calls[0].values);
+    EXPECT_EQ(1, seen);
+    EXPECT_EQ(2, sample.table.GetFIPVersion());
+}
+
+TEST(EInterfaceTableHooks, AnUnchangedSwitchIsNotAnnounced)
+{
+    RecordedInterface sample;
+    sample.interface.SetEnabled(false);
+    EXPECT_TRUE(sample.recorder->calls.empty());
+    sample.interface.SetEnabled(true);
+    sample.interface.SetEnabled(true);
+    sample.interface.SetEnabled(false);
+    EXPECT_EQ((std::vector<std::string>{"EnablingInterfaceItem", "DisablingInterfaceItem"}),
+              sample.recorder->Operations());
+}
+
+TEST(EInterfaceTableHooks, AWholeReplacementIsAnnouncedAsOnePair)
+{
+    RecordedInterface sample;
+    EInterfaceTable replacement(8);
+    replacement.AddInterfaceItem(EInterfaceItem());
+    sample.table = replacement;
+    sample.table.Empty();
+    EXPECT_EQ((std::vector<std::string>{"SettingInterfaceTable", "SettingInterfaceTable"}),
+              sample.recorder->Operations());
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "eComponentId.hpp"
+#include "eHookParameters.hpp"
+#include "eIPAddress.hpp"
+#include "eInterfaceTableHooks.hpp"
+#include "eMACAddress.hpp"
+#include "eUID.hpp"
+#include "eVLAN.hpp"
+#include "eVLANIPAddressTableItemProperties.hpp"
+
+#include <functional>
+#include <list>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+// The text of one argument of an observer operation.
+template <class Value> std::string TextOf(Value const& value)
+{
+    if constexpr (std::is_same_v<Value, bool>)
+        return value ? "true" : "false";
+    else if constexpr (std::is_enum_v<Value>)
+        return std::to_string(static_cast<long>(value));
+    else if constexpr (std::is_integral_v<Value>)
+        return std::to_string(value);
+    else
+        return "record";
+}
+inline std::string TextOf(std::string const& text)
+{
+    return text;
+}
+inline std::string TextOf(EIPAddress const& address)
+{
+    return address.GetAsString();
+}
+inline std::string TextOf(EMACAddress const& mac)
+{
+    return mac.GetAsString();
+}
+inline std::string TextOf(EUID const& id)
+{
+    return id.GetAsString();
+}
+std::string TextOf(EComponentId const& id);                         // "7.1.5"
+std::string TextOf(EVLAN const& vlan);                              // "priority.cfi.id"
+std::string TextOf(EVLANIPAddressTableItemProperties const& vlans); // "on[8193 100]", the tags in decimal
+template <class Element> std::string TextOf(std::list<Element> const& list)
+{
+    return "[" + std::to_string(list.size()) + "]";
+}
+template <class Element> std::string TextOf(std::vector<Element> const& list)
+{
+    return "[" + std::to_string(list.size()) + "]";
+}
+
+/// An observer that writes down every call.
+class Recorder : public EInterfaceTableHooks {
+public:
+    struct Call {
+        std::string operation;
+        void const* record; // the one that changes
+        std::string values; // the further arguments, joined by ", "
+    };
+    std::vector<Call> calls;
+    std::function<void()> whenCalled; ///< Runs inside each call: what the record holds then is the value to look at.
+
+    std::vector<std::string> Operations() const;
+    void Clear() { calls.clear(); }
+
+#define EHOOK(operation, ...)                                                                                          \
+    void operation(EHOOK_PARAMETERS(__VA_ARGS__)) override                                                             \
+    {                                                                                                                  \
+        Note(#operation, EHOOK_ARGUMENTS(__VA_ARGS__));                                                                \
+    }
+#include "eInterfaceTableHooks.def"
+
+private:
+    template <class Record, class... Value>
+    void Note(char const* operation, Record const& record, Value const&... value)
+    {
+        std::string values;
+        ((values += (values.empty() ? "" : ", ") + TextOf(value)), ...);
+        calls.push_back({operation, &record, values});
+        if (whenCalled) whenCalled();
+    }
+};

@@ -120,11 +120,10 @@ TEST(EDHCPProperties, ComparesTheTlvsOneByOneInTheirOrder)
 {
     EDHCPProperties record;
     record.SetDhcpCustomTLVs(SampleTlvs());
-    std::list<EDHCPTLV> const others[] = {
-        {},
-        {Tlv(61, Bytes("01 aa"))},
-        {Tlv(254, ""), Tlv(61, Bytes("01 aa"))},
-        {Tlv(61, Bytes("01 ab")), Tlv(254, "")}};
+    std::list<EDHCPTLV> const others[] = {{},
+                                          {Tlv(61, Bytes("01 aa"))},
+                                          {Tlv(254, ""), Tlv(61, Bytes("01 aa"))},
+                                          {Tlv(61, Bytes("01 ab")), Tlv(254, "")}};
     for (std::list<EDHCPTLV> const& tlvs : others) {
         SCOPED_TRACE(TextOfTlvs(tlvs));
         EDHCPProperties other;

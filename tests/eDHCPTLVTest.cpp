@@ -42,8 +42,8 @@ TEST(EDHCPTLV, IsCopiedInEveryWay)
     assigned = original;
     EDHCPTLV copied = Tlv(2, "y");
     copied.Copy(original);
-    for (EDHCPTLV const* copy : {&constructed, static_cast<EDHCPTLV const*>(&assigned),
-                                 static_cast<EDHCPTLV const*>(&copied)})
+    for (EDHCPTLV const* copy :
+         {&constructed, static_cast<EDHCPTLV const*>(&assigned), static_cast<EDHCPTLV const*>(&copied)})
         EXPECT_FALSE(*copy != original);
     EDHCPTLV const& itself = assigned;
     assigned = itself;

@@ -225,8 +225,7 @@ TEST(EDHCPv6PropertiesArchive, ReadsVersions1And2)
 {
     EXPECT_FALSE(Read<EDHCPv6Properties>("EDHCPv6Properties.v2.hex") != SampleV2());
     EXPECT_FALSE(Read<EDHCPv6Properties>("EDHCPv6Properties.v1.hex") != SampleV1());
-    EXPECT_EQ(EIPAddress("ff05::1:3"),
-              Read<EDHCPv6Properties>("EDHCPv6Properties.v1.hex").GetDHCPv6RelayDestination());
+    EXPECT_EQ(EIPAddress("ff05::1:3"), Read<EDHCPv6Properties>("EDHCPv6Properties.v1.hex").GetDHCPv6RelayDestination());
 }
 
 TEST(EDHCPv6PropertiesArchive, KeepsTheRelayAddressesThatVersion1DoesNotCarry)
@@ -308,10 +307,8 @@ TEST(EDHCPv6PropertiesEdit, ReadsNoWiderNumberAndNoHalfAList)
     struct {
         unsigned int subId;
         char const* hex;
-    } const cases[] = {{1, "fc 01 00 00 00 00"},
-                       {2, "fc 01 00 00 00 00"},
-                       {3, "fc 01 00 00 00 00"},
-                       {4, "02  01 0c 00 00  01 0d"}};
+    } const cases[] = {
+        {1, "fc 01 00 00 00 00"}, {2, "fc 01 00 00 00 00"}, {3, "fc 01 00 00 00 00"}, {4, "02  01 0c 00 00  01 0d"}};
     for (auto const& c : cases)
         ExpectTooWide(*recorded.recorder, recorded.interface.GetDHCPv6Properties(), c.subId, c.hex);
 }

@@ -12,10 +12,12 @@ using Header = EDCBXFeatureTlvHeader;
 
 static char const kFile[] = "x86_64/common/ifcore/eDcbxConfig.cpp";
 
+namespace {
 /// A header that can be made without arguments.
 struct EmptyHeader : Header {
     EmptyHeader() : Header(0, 0) {}
 };
+} // namespace
 
 static unsigned int KeyDrawnAfterSeed(unsigned int seed)
 {
@@ -359,6 +361,7 @@ TEST(EDCBXFeatureTlv, ANewPriorityGroupFeatureMapsPriorityPToGroupP)
     EXPECT_EQ(3260, Feature(5).GetiSCSIProtocolId());
 }
 
+namespace {
 /// The place of one value in the payload of one type, and its accessors.
 struct Place {
     char const* name;
@@ -372,6 +375,7 @@ struct Place {
     std::function<void(Feature&, unsigned int, unsigned int)> set; // value, index
     int otherType; // a second type that the accessors also serve, -1: none
 };
+} // namespace
 #define GET(operation) [](Feature const& f, unsigned int) -> unsigned int { return f.operation(); }
 #define GET_AT(operation) [](Feature const& f, unsigned int i) -> unsigned int { return f.operation(i); }
 #define SET(operation, Type) [](Feature& f, unsigned int value, unsigned int) { f.operation(static_cast<Type>(value)); }
@@ -479,6 +483,7 @@ TEST(EDCBXFeatureTlvPayload, PriorityGroupIdsAreBelow16)
     EXPECT_EQ(0u, feature.GetDesiredCfg().GetSize());
 }
 
+namespace {
 struct PriorityMap {
     char const* name;
     Byte type;
@@ -486,6 +491,7 @@ struct PriorityMap {
     bool (Feature::*isEnabled)(unsigned int) const;
     void (Feature::*setEnabled)(bool, unsigned int);
 };
+} // namespace
 static PriorityMap const kMaps[] = {
     {"PFC", 3, 0, &Feature::IsPFCPriorityEnabled, &Feature::SetPFCPriorityEnabled},
     {"FCoE", 4, 5, &Feature::IsFCoEPriorityEnabled, &Feature::SetFCoEPriorityEnabled},

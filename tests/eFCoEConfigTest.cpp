@@ -100,7 +100,7 @@ static EFCoEConfig Other()
     return other;
 }
 
-/// A record whose three first groups come from an archive of version 5: the words as they are given.
+/// A record read from an archive of version 5, with the two packed words as they are given.
 static EFCoEConfig WithWords(std::string const& keepAliveWord, std::string const& fipWord)
 {
     EFCoEConfig record;

@@ -150,8 +150,8 @@ TEST(EInterfaceData, SettersAnnounceTheInterfaceOnceAndThenStore)
     });
     using Atm = EInterfaceData_Atm;
     ExpectSetters<Atm>({
-        {"SettingInterfaceATMEncapsulation", "15",
-         [](Atm& data) { data.SetEncapsulation(ATM_ENCAPSULATION_VMR_L2TP); }, "15 0 0 0"},
+        {"SettingInterfaceATMEncapsulation", "15", [](Atm& data) { data.SetEncapsulation(ATM_ENCAPSULATION_VMR_L2TP); },
+         "15 0 0 0"},
         {"SettingInterfaceATMEncapsulation", "-1",
          [](Atm& data) { data.SetEncapsulation(static_cast<eAtmEncapsulationMode>(0xFFFFFFFF)); }, "4294967295 0 0 0"},
         {"SettingInterfaceATMMode", "2", [](Atm& data) { data.SetATMMode(static_cast<EAtmModeEnum>(2)); }, "0 2 0 0"},
@@ -165,7 +165,10 @@ TEST(EInterfaceData, SettersAnnounceTheInterfaceOnceAndThenStore)
     });
     using Gre = EInterfaceData_Gre;
     ExpectSetters<Gre>({
-        {"SettingInterfaceGreSourceIp", "7.1.2", [](Gre& data) { data.SetSourceIp({7, 1, 2}); },
+        {"SettingInterfaceGreSourceIp", "7.1.2",
+         [](Gre& data) {
+             data.SetSourceIp({7, 1, 2});
+         },
          "7.1.2 0.0.0.0 false false false 0 0"},
         {"SettingInterfaceGreDestIp", "2001:db8::9", [](Gre& data) { data.SetDestIp(EIPAddress("2001:db8::9")); },
          " 2001:db8::9 false false false 0 0"},
@@ -179,7 +182,11 @@ TEST(EInterfaceData, SettersAnnounceTheInterfaceOnceAndThenStore)
     });
     using Routed = EInterfaceData_Routed;
     ExpectSetters<Routed>({
-        {"SettingInterfaceConnectedViaId", "7.1.3", [](Routed& data) { data.SetConnectedViaId({7, 1, 3}); }, "7.1.3"},
+        {"SettingInterfaceConnectedViaId", "7.1.3",
+         [](Routed& data) {
+             data.SetConnectedViaId({7, 1, 3});
+         },
+         "7.1.3"},
     });
 }
 

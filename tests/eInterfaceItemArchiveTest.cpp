@@ -188,8 +188,8 @@ TEST(EInterfaceItemArchive, OneDifferentValueOfAFlatVersionSetsTheWholeGroup)
         char const* ppp;
         char const* summary;
     } const cases[] = {
-        {"00 00 00 00", "00 00", "; atm -; ppp -"},     {"07 00 00 00", "00 00", "; atm 7 0 0 0; ppp -"},
-        {"00 01 00 00", "00 00", "; atm 0 1 0 0; ppp -"}, {"00 00 08 00", "00 00", "; atm 0 0 8 0; ppp -"},
+        {"00 00 00 00", "00 00", "; atm -; ppp -"},        {"07 00 00 00", "00 00", "; atm 7 0 0 0; ppp -"},
+        {"00 01 00 00", "00 00", "; atm 0 1 0 0; ppp -"},  {"00 00 08 00", "00 00", "; atm 0 0 8 0; ppp -"},
         {"00 00 00 23", "00 00", "; atm 0 0 0 35; ppp -"}, {"00 00 00 00", "15 00", "; atm -; ppp 21 0"},
         {"00 00 00 00", "00 16", "; atm -; ppp 0 22"},
     };
@@ -197,7 +197,8 @@ TEST(EInterfaceItemArchive, OneDifferentValueOfAFlatVersionSetsTheWholeGroup)
         SCOPED_TRACE(c.summary);
         RecordedInterface in;
         std::string const name = "00 ";
-        ReadInto(in.interface, Bytes("03 " + std::string(c.atm) + " " + name + addresses + c.ppp + " 00 " + name + "00 00"));
+        ReadInto(in.interface,
+                 Bytes("03 " + std::string(c.atm) + " " + name + addresses + c.ppp + " 00 " + name + "00 00"));
         EXPECT_EQ("off 0 \"\" type 0 euid 00:00:00:00:00:00:00:00; ethernet 00:00:00:00:00:00 off[] 1500" +
                       std::string(c.summary) + "; gre -; routed -",
                   Summary(in.interface));
@@ -350,9 +351,12 @@ TEST(EInterfaceItemArchive, RefusesABadVersionOfPerTypeDataUnderTheNameOfTheData
         int line;
         char const* function;
     } const cases[] = {
-        {"07 01 00", 1041, "EInterfaceData_Ethernet::SerializeIn"}, {"07 01 02", 1041, "EInterfaceData_Ethernet::SerializeIn"},
-        {"07 02 02", 1092, "EInterfaceData_Atm::SerializeIn"},      {"07 03 02", 1143, "EInterfaceData_Ppp::SerializeIn"},
-        {"07 04 02", 1194, "EInterfaceData_Gre::SerializeIn"},      {"07 05 02", 1245, "EInterfaceData_Routed::SerializeIn"},
+        {"07 01 00", 1041, "EInterfaceData_Ethernet::SerializeIn"},
+        {"07 01 02", 1041, "EInterfaceData_Ethernet::SerializeIn"},
+        {"07 02 02", 1092, "EInterfaceData_Atm::SerializeIn"},
+        {"07 03 02", 1143, "EInterfaceData_Ppp::SerializeIn"},
+        {"07 04 02", 1194, "EInterfaceData_Gre::SerializeIn"},
+        {"07 05 02", 1245, "EInterfaceData_Routed::SerializeIn"},
     };
     for (auto const& c : cases) ExpectArchiveError<EInterfaceItem>(c.bytes, kFile, c.line, c.function);
 }

@@ -9,11 +9,13 @@
 #include <fstream>
 #include <typeinfo>
 
+/// The lines of the file that are no comments.
 static std::vector<std::string> LinesOf(std::string const& path)
 {
     std::ifstream file(path);
     std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) lines.push_back(line);
+    for (std::string line; std::getline(file, line);)
+        if (line.compare(0, 1, "#") != 0) lines.push_back(line);
     return lines;
 }
 

@@ -187,8 +187,9 @@ TEST(ELLDPConfig, ComputesTheTimeToLiveFromHoldTimeAndTxIntervalUpTo65535)
         unsigned short holdTime;
         unsigned short txInterval;
         unsigned short timeToLive;
-    } const cases[] = {{10, 30, 300},   {4, 65535, 65535}, {65535, 65535, 65535}, {0, 30, 0}, {65535, 0, 0},
-                       {1, 65535, 65535}, {257, 255, 65535}, {256, 256, 65535},   {5, 13107, 65535}, {2, 32767, 65534}};
+    } const cases[] = {{10, 30, 300},     {4, 65535, 65535}, {65535, 65535, 65535}, {0, 30, 0},
+                       {65535, 0, 0},     {1, 65535, 65535}, {257, 255, 65535},     {256, 256, 65535},
+                       {5, 13107, 65535}, {2, 32767, 65534}};
     for (auto const& c : cases) {
         SCOPED_TRACE(std::to_string(c.holdTime) + " " + std::to_string(c.txInterval));
         ELLDPConfig holdTimeFirst;
@@ -217,8 +218,8 @@ TEST(ELLDPConfig, ClampsATimeToLiveAndReturnsWhatItStored)
     struct {
         int given;
         int stored;
-    } const cases[] = {{0, 0},         {1, 1},       {65535, 65535}, {65536, 65535}, {70000, 65535},
-                       {INT_MAX, 65535}, {-1, 0},    {INT_MIN, 0}};
+    } const cases[] = {{0, 0},         {1, 1},           {65535, 65535}, {65536, 65535},
+                       {70000, 65535}, {INT_MAX, 65535}, {-1, 0},        {INT_MIN, 0}};
     for (auto const& c : cases) {
         ELLDPConfig record;
         EXPECT_EQ(c.stored, record.SetTimeToLive(c.given));
@@ -439,6 +440,5 @@ TEST(ELLDPConfigEdit, ReadsNoWiderNumberAndNoHalfAnId)
                        {4, "fa 01 00 00"},
                        {5, "fa 01 00 00"},
                        {6, "02"}};
-    for (auto const& c : cases)
-        ExpectTooWide(*recorded.recorder, recorded.interface.GetLLDPConfig(), c.subId, c.hex);
+    for (auto const& c : cases) ExpectTooWide(*recorded.recorder, recorded.interface.GetLLDPConfig(), c.subId, c.hex);
 }

@@ -22,8 +22,8 @@ static std::vector<Setter> Setters()
          TextOfField<&EPTPConfig::GetClockId>, "00:00:00:00:00:00:00:00", "00:11:22:ff:fe:33:44:55"},
         {"SettingPTPPortNumber", "65535", [](auto& r) { r.SetPortNumber(65535); },
          TextOfField<&EPTPConfig::GetPortNumber>, "0", "65535"},
-        {"SettingPTPClockClass", "248", [](auto& r) { r.SetClockClass(248); },
-         TextOfField<&EPTPConfig::GetClockClass>, "0", "248"},
+        {"SettingPTPClockClass", "248", [](auto& r) { r.SetClockClass(248); }, TextOfField<&EPTPConfig::GetClockClass>,
+         "0", "248"},
         {"SettingPTPClockAccuracy", "254", [](auto& r) { r.SetClockAccuracy(254); },
          TextOfField<&EPTPConfig::GetClockAccuracy>, "32", "254"},
         {"SettingPTPPriority1", "128", [](auto& r) { r.SetPriority1(128); }, TextOfField<&EPTPConfig::GetPriority1>,
@@ -96,11 +96,24 @@ struct SpareCase {
 };
 /// What EPTPConfig.v3.hex holds. The fields that are left out have their defaults there.
 static SpareCase const kSampleSpares[] = {
-    {20, "01"}, {21, "01"}, {22, "02"}, {23, "03"}, {24, "04"}, {25, "05"}, {26, "06"}, {27, "07"}, {28, "f8 f8"},
-    {30, "f8 f9"}, {31, "f9 01 00"}, {32, "fb ff ff ff fe"},
-    {33, "07"}, {34, "fc 01 00 00 00 00"}, {36, "ff ff ff ff ff ff ff ff fd"},
+    {20, "01"},
+    {21, "01"},
+    {22, "02"},
+    {23, "03"},
+    {24, "04"},
+    {25, "05"},
+    {26, "06"},
+    {27, "07"},
+    {28, "f8 f8"},
+    {30, "f8 f9"},
+    {31, "f9 01 00"},
+    {32, "fb ff ff ff fe"},
+    {33, "07"},
+    {34, "fc 01 00 00 00 00"},
+    {36, "ff ff ff ff ff ff ff ff fd"},
     {37, "ff 88 77 66 55 44 33 22 11"},
-    {38, "01 61"}, {40, "05 74 68 69 72 64"},
+    {38, "01 61"},
+    {40, "05 74 68 69 72 64"},
 };
 
 static EPTPConfig SampleV1()
@@ -271,9 +284,9 @@ TEST(EPTPConfigValidation, KeepsTheAnnounceReceiptTimeoutWithin32Bits)
         bool accepted;
         unsigned char corrected;
     } const cases[] = {
-        {-128, 255, true, 255}, {-5, 255, true, 255}, {0, 0, true, 0},      {0, 255, true, 255}, {18, 255, true, 255},
-        {19, 163, true, 163},   {19, 164, false, 163}, {19, 255, false, 163}, {25, 2, true, 2},  {25, 3, false, 2},
-        {26, 0, true, 0},       {26, 1, true, 1},     {26, 4, false, 1},    {27, 0, true, 0},    {27, 1, false, 0},
+        {-128, 255, true, 255}, {-5, 255, true, 255},  {0, 0, true, 0},       {0, 255, true, 255}, {18, 255, true, 255},
+        {19, 163, true, 163},   {19, 164, false, 163}, {19, 255, false, 163}, {25, 2, true, 2},    {25, 3, false, 2},
+        {26, 0, true, 0},       {26, 1, true, 1},      {26, 4, false, 1},     {27, 0, true, 0},    {27, 1, false, 0},
         {127, 0, true, 0},      {127, 255, false, 0},
     };
     for (auto const& c : cases) {
@@ -622,8 +635,8 @@ TEST(EPTPConfigEdit, ReadsNoWiderNumberThanTheField)
 {
     RecordedInterface recorded;
     std::vector<SpareCase> cases = {{2, "fa 01 00 00"}, {13, "02"}, {20, "02"}};
-    for (unsigned int const subId : {3u, 4u, 5u, 6u, 7u, 8u, 9u, 10u, 11u, 15u, 17u, 18u, 19u,
-                                     21u, 22u, 23u, 24u, 25u, 26u, 27u, 28u})
+    for (unsigned int const subId :
+         {3u, 4u, 5u, 6u, 7u, 8u, 9u, 10u, 11u, 15u, 17u, 18u, 19u, 21u, 22u, 23u, 24u, 25u, 26u, 27u, 28u})
         cases.push_back({subId, "f9 01 00"});
     for (unsigned int const subId : {29u, 30u, 31u, 32u}) cases.push_back({subId, "fc 01 00 00 00 00"});
     for (unsigned int const subId : {38u, 39u, 40u}) cases.push_back({subId, "05 61"}); // shorter than it says

@@ -24,9 +24,9 @@ public:
         if (this != &other) Copy(other);
         return *this;
     }
-    void Copy(EDHCPProperties const& other); ///< Announced once, as a whole; the parent stays.
-    void Empty();                            ///< The same, with the defaults.
-    void Swap(EDHCPProperties& other);       ///< Announces nothing; the parents stay.
+    void Copy(EDHCPProperties const& other);             ///< Announced once, as a whole; the parent stays.
+    void Empty();                                        ///< The same, with the defaults.
+    void Swap(EDHCPProperties& other);                   ///< Announces nothing; the parents stay.
     bool operator!=(EDHCPProperties const& other) const; ///< The parent is not compared.
 
     std::string const& GetDHCPClientId() const { return m_values.clientId; }

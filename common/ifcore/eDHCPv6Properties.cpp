@@ -75,8 +75,7 @@ EInterfaceTableHooks& EDHCPv6Properties::GetHooks() const
     return HooksOf(m_parent);
 }
 
-static EArchiveSite const kSite = {"x86_64/common/ifcore/eDHCPv6Properties.cpp", 193,
-                                   "EDHCPv6Properties::SerializeIn"};
+static EArchiveSite const kSite = {"x86_64/common/ifcore/eDHCPv6Properties.cpp", 193, "EDHCPv6Properties::SerializeIn"};
 template <class Archive, class Values> static void ArchiveLayout(Archive archive, Values& v)
 {
     archive.Since(2, v.relayLinkAddress);

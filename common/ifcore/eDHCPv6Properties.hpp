@@ -26,9 +26,9 @@ public:
         if (this != &other) Copy(other);
         return *this;
     }
-    void Copy(EDHCPv6Properties const& other); ///< Announced once, as a whole; the parent stays.
-    void Empty();                              ///< The same, with the defaults.
-    void Swap(EDHCPv6Properties& other);       ///< Announces nothing; the parents stay.
+    void Copy(EDHCPv6Properties const& other);             ///< Announced once, as a whole; the parent stays.
+    void Empty();                                          ///< The same, with the defaults.
+    void Swap(EDHCPv6Properties& other);                   ///< Announces nothing; the parents stay.
     bool operator!=(EDHCPv6Properties const& other) const; ///< The parent is not compared.
 
     unsigned int GetIAId() const { return m_values.iaId; }

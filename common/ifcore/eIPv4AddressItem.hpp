@@ -19,9 +19,9 @@ public:
         Copy(other);
         return *this;
     }
-    void Copy(EIPv4AddressItem const& other); ///< Announced once, as a whole; the parent stays.
-    void Empty();                             ///< The same, with the defaults.
-    void Swap(EIPv4AddressItem& other);       ///< Announces nothing; the parents stay.
+    void Copy(EIPv4AddressItem const& other);             ///< Announced once, as a whole; the parent stays.
+    void Empty();                                         ///< The same, with the defaults.
+    void Swap(EIPv4AddressItem& other);                   ///< Announces nothing; the parents stay.
     bool operator!=(EIPv4AddressItem const& other) const; ///< The parent is not compared.
 
     bool IsEnabled() const { return m_values.enabled; }

@@ -78,8 +78,8 @@ void EPTPConfig::SetDomainNumber(unsigned char number)
 void EPTPConfig::SetLogAnnounceInterval(signed char log2Seconds)
 {
     ValidateLogAnnounceInterval(log2Seconds);
-    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPLogAnnounceInterval,
-                   m_values.logAnnounceInterval, log2Seconds);
+    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPLogAnnounceInterval, m_values.logAnnounceInterval,
+                   log2Seconds);
 }
 
 void EPTPConfig::SetLogSyncInterval(signed char log2Seconds)
@@ -91,15 +91,15 @@ void EPTPConfig::SetLogSyncInterval(signed char log2Seconds)
 void EPTPConfig::SetLogDelayRequestInterval(signed char log2Seconds)
 {
     ValidateLogDelayRequestInterval(log2Seconds);
-    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPLogDelayRequestInterval,
-                   m_values.logDelayRequestInterval, log2Seconds);
+    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPLogDelayRequestInterval, m_values.logDelayRequestInterval,
+                   log2Seconds);
 }
 
 void EPTPConfig::SetAnnounceReceiptTimeout(unsigned char intervals)
 {
     ValidateAnnounceReceiptTimeout(intervals);
-    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPAnnounceReceiptTimeout,
-                   m_values.announceReceiptTimeout, intervals);
+    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPAnnounceReceiptTimeout, m_values.announceReceiptTimeout,
+                   intervals);
 }
 
 void EPTPConfig::SetDelayMechanism(unsigned char mechanism)
@@ -120,8 +120,8 @@ void EPTPConfig::SetStartOffset(long offset)
 void EPTPConfig::SetPercentageBadTimestamp(unsigned char percentage)
 {
     ValidatePercentageBadTimestamp(percentage);
-    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPPercentageBadTimestamp,
-                   m_values.percentageBadTimestamp, percentage);
+    NotifyAndStore(*this, &EInterfaceTableHooks::SettingPTPPercentageBadTimestamp, m_values.percentageBadTimestamp,
+                   percentage);
 }
 
 void EPTPConfig::SetTimestampError(long error)
@@ -157,9 +157,9 @@ template <class Number> static bool Limit(Number& value, Number lowest, Number h
     return value == given;
 }
 
-static constexpr signed char kShortestInterval = -5;             // log-2 seconds
-static constexpr signed char kLongestInterval = 26;              // log-2 seconds
-static constexpr signed char kLongestDelayRequestInterval = 22;  // log-2 seconds
+static constexpr signed char kShortestInterval = -5;            // log-2 seconds
+static constexpr signed char kLongestInterval = 26;             // log-2 seconds
+static constexpr signed char kLongestDelayRequestInterval = 22; // log-2 seconds
 static constexpr unsigned char kLeastPercentage = 0;
 static constexpr unsigned char kLargestPercentage = 100;
 
@@ -371,42 +371,42 @@ static EEdit<EPTPConfig> const kEdits[] = {
     {19, ReadAndSet<unsigned char, &EPTPConfig::SetPercentageDropDelayResponseMessages>},
 };
 
-/// The spare fields have no setters: what is read is stored, and nobody is told.
-struct EPTPConfig::SpareEdits {
-    template <auto field> static void Store(Spare& spare, unsigned int /*index*/, EArchive& archive)
-    {
-        archive >> spare.*field;
-    }
-    template <auto fields> static void StoreAt(Spare& spare, unsigned int index, EArchive& archive)
-    {
-        archive >> (spare.*fields)[index];
-    }
+// The spare fields have no setters: what is read is stored, and nobody is told.
+template <auto field, class Spare> static void ReadSpare(Spare& spare, unsigned int /*index*/, EArchive& archive)
+{
+    archive >> spare.*field;
+}
+template <auto fields, class Spare> static void ReadSpareAt(Spare& spare, unsigned int index, EArchive& archive)
+{
+    archive >> (spare.*fields)[index];
+}
+
+/// False, with nothing read, when the sub-id is of no spare field.
+template <class Spare> static bool EditSpare(Spare& spare, unsigned int subId, EArchive& archive)
+{
     struct Row {
         unsigned int firstSubId;
         unsigned int lastSubId;
-        void (*store)(Spare& spare, unsigned int index, EArchive& archive);
+        void (*read)(Spare& spare, unsigned int index, EArchive& archive);
     };
     static constexpr Row kRows[] = {
-        {20, 20, Store<&Spare::flag>},
-        {21, 28, StoreAt<&Spare::bytes>},
-        {29, 32, StoreAt<&Spare::words>},
-        {33, 36, StoreAt<&Spare::longWords>},
-        {37, 37, Store<&Spare::id>},
-        {38, 40, StoreAt<&Spare::strings>},
+        {20, 20, ReadSpare<&Spare::flag>},        // bool
+        {21, 28, ReadSpareAt<&Spare::bytes>},     // 8 bits each
+        {29, 32, ReadSpareAt<&Spare::words>},     // 32 bits each
+        {33, 36, ReadSpareAt<&Spare::longWords>}, // 64 bits each
+        {37, 37, ReadSpare<&Spare::id>},          // EUID
+        {38, 40, ReadSpareAt<&Spare::strings>},   // text each
     };
-    static bool Edit(Spare& spare, unsigned int subId, EArchive& archive)
-    {
-        for (Row const& row : kRows) {
-            if (subId < row.firstSubId || subId > row.lastSubId) continue;
-            row.store(spare, subId - row.firstSubId, archive);
-            return true;
-        }
-        return false;
+    for (Row const& row : kRows) {
+        if (subId < row.firstSubId || subId > row.lastSubId) continue;
+        row.read(spare, subId - row.firstSubId, archive);
+        return true;
     }
-};
+    return false;
+}
 
 bool EPTPConfig::ProcessEdit(ESubId first, ESubId last, EArchive& archive)
 {
     if (EditField(kEdits, *this, first, last, archive)) return true;
-    return first != last && SpareEdits::Edit(m_values.spare, *first, archive);
+    return first != last && EditSpare(m_values.spare, *first, archive);
 }

@@ -23,9 +23,9 @@ public:
         if (this != &other) Copy(other);
         return *this;
     }
-    void Copy(EPTPConfig const& other); ///< Announced once, as a whole; the parent stays.
-    void Empty();                       ///< The same, with the defaults.
-    void Swap(EPTPConfig& other);       ///< Announces nothing; the parents stay.
+    void Copy(EPTPConfig const& other);             ///< Announced once, as a whole; the parent stays.
+    void Empty();                                   ///< The same, with the defaults.
+    void Swap(EPTPConfig& other);                   ///< Announces nothing; the parents stay.
     bool operator!=(EPTPConfig const& other) const; ///< The parent is not compared.
 
     EUID const& GetClockId() const { return m_values.clockId; }
@@ -142,9 +142,9 @@ private:
         unsigned char priority1 = 0;
         unsigned char priority2 = 0;
         unsigned char domainNumber = 0;
-        signed char logAnnounceInterval = 0;     // log-2 seconds, -5 to 26
-        signed char logSyncInterval = 0;         // log-2 seconds, -5 to 26
-        signed char logDelayRequestInterval = 0; // log-2 seconds, -5 to 22
+        signed char logAnnounceInterval = 0;      // log-2 seconds, -5 to 26
+        signed char logSyncInterval = 0;          // log-2 seconds, -5 to 26
+        signed char logDelayRequestInterval = 0;  // log-2 seconds, -5 to 22
         unsigned char announceReceiptTimeout = 4; // announce intervals
         unsigned char delayMechanism = 1;         // 1 end-to-end, others peer-to-peer
         bool clockIsMaster = false;
@@ -156,7 +156,6 @@ private:
         unsigned char percentageDropDelayResponseMessages = 0;
         Spare spare;
     };
-    struct SpareEdits; // the edits that reach past the setters
     Values m_values;
     EInterfaceItem const* m_parent = nullptr; // not owned, never swapped
 };

@@ -16,5 +16,6 @@
 #include "eInterfaceTable.hpp"
 #include "eInterfaceTableHooks.hpp"
 #include "eLldpConfig.hpp"
+#include "eNPIVConfig.hpp"
 #include "ePTPConfig.hpp"
 #include "eUniqueIDMap.hpp"

@@ -69,11 +69,17 @@ inline void FillSample(EInterfaceItem& item)
     item.SetLLDPConfig(Read<ELLDPConfig>("ELLDPConfig.v0127200B.hex"));
 }
 
+/// What a getter answers, as the recorder writes it.
+template <auto getter> std::string Shown(EInterfaceItem const& item)
+{
+    return TextOf((item.*getter)());
+}
+
 /// The fields of an interface but not those of its protocol records; "-" for per-type data that is absent.
 inline std::string Summary(EInterfaceItem const& item)
 {
-    std::string text = (item.IsEnabled() ? "on " : "off ") + std::to_string(item.GetLocalId()) + " \"" + item.GetName() +
-                       "\" type " + TextOf(item.GetType()) + " euid " + TextOf(item.GetEUID());
+    std::string text = (item.IsEnabled() ? "on " : "off ") + std::to_string(item.GetLocalId()) + " \"" +
+                       item.GetName() + "\" type " + TextOf(item.GetType()) + " euid " + TextOf(item.GetEUID());
     text += "; ethernet ";
     if (EInterfaceData_Ethernet const* const data = item.GetEthernetData())
         text += TextOf(data->GetMacAddress()) + " " + TextOf(data->GetVLANItem()) + " " + TextOf(data->GetMTU()) +
@@ -82,8 +88,8 @@ inline std::string Summary(EInterfaceItem const& item)
         text += "-";
     text += "; atm ";
     if (EInterfaceData_Atm const* const data = item.GetAtmData())
-        text += TextOf(data->GetEncapsulation()) + " " + TextOf(data->GetATMMode()) + " " + TextOf(data->GetVPI()) + " " +
-                TextOf(data->GetVCI());
+        text += TextOf(data->GetEncapsulation()) + " " + TextOf(data->GetATMMode()) + " " + TextOf(data->GetVPI()) +
+                " " + TextOf(data->GetVCI());
     else
         text += "-";
     text += "; ppp ";
@@ -93,9 +99,9 @@ inline std::string Summary(EInterfaceItem const& item)
         text += "-";
     text += "; gre ";
     if (EInterfaceData_Gre const* const data = item.GetGreData())
-        text += TextOf(data->GetSourceIp()) + " " + TextOf(data->GetDestIp()) + " " + TextOf(data->GetUseChecksum()) + " " +
-                TextOf(data->GetUseSequence()) + " " + TextOf(data->GetUseKey()) + " " + TextOf(data->GetInKey()) + " " +
-                TextOf(data->GetOutKey());
+        text += TextOf(data->GetSourceIp()) + " " + TextOf(data->GetDestIp()) + " " + TextOf(data->GetUseChecksum()) +
+                " " + TextOf(data->GetUseSequence()) + " " + TextOf(data->GetUseKey()) + " " +
+                TextOf(data->GetInKey()) + " " + TextOf(data->GetOutKey());
     else
         text += "-";
     text += "; routed ";
@@ -125,7 +131,9 @@ inline void ExpectHoldsItsRecords(EInterfaceItem const& item)
     EXPECT_EQ(&item, item.GetDHCPv6Properties().GetParent());
     EXPECT_EQ(&item, item.GetFCoEConfig().GetParent());
     auto const expectHeld = [&item](auto const* record) {
-        if (record) EXPECT_EQ(&item, record->GetParent());
+        if (record) {
+            EXPECT_EQ(&item, record->GetParent());
+        }
     };
     expectHeld(item.GetEthernetData());
     expectHeld(item.GetAtmData());

@@ -1,0 +1,151 @@
+#include "toolTestSupport.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace toolTest {
+
+ScratchFolder::ScratchFolder()
+{
+    std::string path = (std::filesystem::temp_directory_path() / "ifcore-test.XXXXXX").string();
+    if (!mkdtemp(path.data())) throw std::runtime_error("no scratch folder");
+    m_path = path;
+}
+
+ScratchFolder::~ScratchFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+std::vector<std::string> ScratchFolder::GetNames() const
+{
+    std::vector<std::string> names;
+    for (auto const& entry : std::filesystem::directory_iterator(m_path)) names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Result Run(std::vector<std::string> arguments)
+{
+    ScratchFolder const folder;
+    std::string const out = folder / "out";
+    std::string const err = folder / "err";
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments) pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    pid_t const child = fork();
+    if (child < 0) throw std::runtime_error("no child process");
+    if (child == 0) {
+        int const outFile = open(out.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        int const errFile = open(err.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        int const inFile = open("/dev/null", O_RDONLY | O_CLOEXEC);
+        dup2(inFile, STDIN_FILENO);
+        dup2(outFile, STDOUT_FILENO);
+        dup2(errFile, STDERR_FILENO);
+        execvp(pointers[0], pointers.data());
+        _exit(127);
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}
+    Result result;
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    result.out = FileText(out);
+    result.err = FileText(err);
+    return result;
+}
+
+Result RunIfcore(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), IFCORE_PROGRAM);
+    return Run(std::move(arguments));
+}
+
+static std::vector<std::string> Words(std::string const& line)
+{
+    std::istringstream stream(line);
+    std::vector<std::string> words;
+    for (std::string word; stream >> word;) words.push_back(word);
+    return words;
+}
+
+void RunIp(std::vector<std::string> const& lines)
+{
+    for (std::string const& line : lines) {
+        Result const result = Run(Words("ip " + line));
+        ASSERT_EQ(0, result.status) << "ip " << line << "\n" << result.err;
+    }
+}
+
+TestNamespace::TestNamespace()
+{
+    static std::atomic<unsigned int> count{0};
+    m_name = "ifcore-test-" + std::to_string(getpid()) + "-" + std::to_string(++count);
+    Result const result = Run({"ip", "netns", "add", m_name});
+    if (result.status != 0) throw std::runtime_error("ip netns add: " + result.err);
+}
+
+TestNamespace::~TestNamespace()
+{
+    Run({"ip", "netns", "delete", m_name});
+}
+
+void TestNamespace::Ip(std::vector<std::string> const& lines) const
+{
+    std::vector<std::string> inside;
+    for (std::string const& line : lines) inside.push_back("-n " + m_name + " " + line);
+    RunIp(inside);
+}
+
+bool TestNamespace::Permits(std::string const& line) const
+{
+    return Run(Words("ip -n " + m_name + " " + line)).status == 0;
+}
+
+std::string FileText(std::string const& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) throw std::runtime_error("cannot read " + path);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+void WriteFile(std::string const& path, std::string const& content)
+{
+    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    stream << content;
+    if (!stream.flush()) throw std::runtime_error("cannot write " + path);
+}
+
+std::string GoldenText(std::string const& name)
+{
+    return FileText(std::string(IFCORE_GOLDEN_DIR) + "/" + name);
+}
+
+std::vector<unsigned char> GoldenBytes(std::string const& name)
+{
+    std::istringstream lines(GoldenText(name));
+    std::string digits;
+    for (std::string line; std::getline(lines, line);)
+        for (char c : line.substr(0, line.find('#')))
+            if (!std::isspace(static_cast<unsigned char>(c))) digits += c;
+    if (digits.size() % 2 != 0) throw std::runtime_error(name + ": half a byte");
+    std::vector<unsigned char> bytes;
+    for (std::size_t i = 0; i < digits.size(); i += 2)
+        bytes.push_back(static_cast<unsigned char>(std::stoul(digits.substr(i, 2), nullptr, 16)));
+    return bytes;
+}
+
+} // namespace toolTest

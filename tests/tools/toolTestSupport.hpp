@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What the tests of the program share: bytes from annotated hexadecimal files, folders and network namespaces of
+/// their own, and child processes.
+namespace toolTest {
+
+/// A folder of its own under the system's temporary one, removed with all that is in it.
+class ScratchFolder {
+public:
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(ScratchFolder const&) = delete;
+    ScratchFolder& operator=(ScratchFolder const&) = delete;
+
+    std::string operator/(std::string const& name) const { return m_path + "/" + name; }
+    std::string const& GetPath() const { return m_path; }
+    std::vector<std::string> GetNames() const; ///< What is in it, sorted.
+
+private:
+    std::string m_path;
+};
+
+struct Result {
+    int status = -1; ///< Exit status; 128 and the number of the signal that ended it.
+    std::string out;
+    std::string err;
+};
+
+/// Runs a program found by PATH and waits for it.
+Result Run(std::vector<std::string> arguments);
+
+/// The built program with these arguments.
+Result RunIfcore(std::vector<std::string> arguments);
+
+/// Each line is one command of `ip`; a test failure when one is refused.
+void RunIp(std::vector<std::string> const& lines);
+
+/// A named network namespace that no other test has, removed at the end. Needs root.
+class TestNamespace {
+public:
+    TestNamespace();
+    ~TestNamespace();
+    TestNamespace(TestNamespace const&) = delete;
+    TestNamespace& operator=(TestNamespace const&) = delete;
+
+    std::string const& GetName() const { return m_name; }
+    void Ip(std::vector<std::string> const& lines) const; ///< As RunIp, inside of the namespace.
+    bool Permits(std::string const& line) const;          ///< Whether `ip` succeeds with it; a failure is no failure.
+
+private:
+    std::string m_name;
+};
+
+/// Bytes of tests/golden/\p name: hexadecimal digits, "#" begins a comment.
+std::vector<unsigned char> GoldenBytes(std::string const& name);
+
+/// Text of tests/golden/\p name.
+std::string GoldenText(std::string const& name);
+
+std::string FileText(std::string const& path);
+void WriteFile(std::string const& path, std::string const& content);
+
+} // namespace toolTest

@@ -15,7 +15,7 @@
 #include <cstdint>
 #include <cstring>
 #include <map>
-#include <memory>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -167,110 +167,116 @@ private:
         std::map<unsigned int, unsigned int> m_repeated; // id: in how many more items the interface has the address
     };
 
-    /// Addresses of one family: a hash table in one piece of memory (linear probing, no marks for removed entries), so
-    /// that a lookup touches one or two cache lines. A second interface of one address is what takes an allocation.
+    /// Addresses of one family: a hash table whose entries stand one behind the other in the order of their coming and
+    /// are chained by their numbers. Filling it writes memory in order and allocates only to double; a lookup touches
+    /// one head and mostly one entry. What several interfaces share stands apart.
     template <class Key> class Index {
     public:
         unsigned int Find(Key const& key) const
         {
-            Entry const* const entry = FindEntry(key);
-            return entry ? entry->id : 0;
+            std::uint32_t const number = NumberOf(key);
+            return number == kNone ? 0 : m_entries[number].id;
         }
         unsigned int Find(Key const& key, unsigned int vlan) const
         {
-            Entry const* const entry = FindEntry(key);
-            if (!entry) return 0;
-            if (entry->sharers) return entry->sharers->Lowest(vlan);
-            return entry->vlan == vlan ? entry->id : 0;
+            std::uint32_t const number = NumberOf(key);
+            if (number == kNone) return 0;
+            Entry const& entry = m_entries[number];
+            if (entry.vlan == kShared) return m_sharers.at(number).Lowest(vlan);
+            return entry.vlan == vlan ? entry.id : 0;
         }
         void Add(Key const& key, unsigned int id, unsigned int vlan)
         {
-            if ((m_used + 1) * 3 > m_slots.size() * 2) Grow();
-            Entry& entry = m_slots[SlotOf(key)];
-            if (entry.id == 0) {
-                entry.key = key;
-                entry.id = id;
-                entry.vlan = vlan;
-                ++m_used;
+            std::uint32_t const number = NumberOf(key);
+            if (number == kNone) {
+                Insert({key, id, vlan, kNone});
                 return;
             }
-            if (!entry.sharers) {
-                entry.sharers = std::make_unique<Sharers>();
-                entry.sharers->Add(entry.id, entry.vlan);
+            Entry& entry = m_entries[number];
+            Sharers& sharers = m_sharers[number];
+            if (entry.vlan != kShared) {
+                sharers.Add(entry.id, entry.vlan);
+                entry.vlan = kShared;
             }
-            entry.sharers->Add(id, vlan);
+            sharers.Add(id, vlan);
             if (id < entry.id) entry.id = id;
         }
         /// Does nothing when the interface is not known under this address.
         void Remove(Key const& key, unsigned int id, unsigned int vlan)
         {
-            if (m_slots.empty()) return;
-            std::size_t const slot = SlotOf(key);
-            Entry& entry = m_slots[slot];
-            if (entry.sharers) {
+            std::uint32_t const number = NumberOf(key);
+            if (number == kNone) return;
+            Entry& entry = m_entries[number];
+            if (entry.vlan == kShared) {
                 // Sharers that have become one stay: the next interface would bring them back.
-                entry.sharers->Remove(id, vlan);
-                entry.id = entry.sharers->Lowest();
-                if (entry.id == 0) Vacate(slot);
+                Sharers& sharers = m_sharers.at(number);
+                sharers.Remove(id, vlan);
+                entry.id = sharers.Lowest();
+                if (entry.id != 0) return;
+                m_sharers.erase(number);
+                Erase(number);
             } else if (entry.id == id) {
-                Vacate(slot);
+                Erase(number);
             }
         }
-        void Clear()
-        {
-            m_slots.clear();
-            m_used = 0;
-        }
+        void Clear() { *this = Index(); }
 
     private:
+        static constexpr std::uint32_t kNone = 0xFFFFFFFF; // the end of a chain
+        static constexpr unsigned int kShared = 0x1000;    // beyond every VLAN id
+
         struct Entry {
-            Key key = {};
-            unsigned int id = 0;              // the lowest; 0: the slot is free
-            unsigned int vlan = 0;            // of that interface, while there are no sharers
-            std::unique_ptr<Sharers> sharers; // all interfaces of the address, once there were several
+            Key key;
+            unsigned int id;    // the lowest of those that have the address; 0: the entry is free
+            unsigned int vlan;  // of that interface; kShared: see m_sharers
+            std::uint32_t next; // in the chain of the hash value, or of the free entries
         };
 
-        Entry const* FindEntry(Key const& key) const
+        std::uint32_t& HeadOf(Key const& key) { return m_heads[Hash(key) & (m_heads.size() - 1)]; }
+        std::uint32_t NumberOf(Key const& key) const ///< kNone when the address is not known.
         {
-            if (m_slots.empty()) return nullptr;
-            Entry const& entry = m_slots[SlotOf(key)];
-            return entry.id == 0 ? nullptr : &entry;
+            if (m_heads.empty()) return kNone;
+            std::uint32_t number = m_heads[Hash(key) & (m_heads.size() - 1)];
+            while (number != kNone && m_entries[number].key != key) number = m_entries[number].next;
+            return number;
         }
-        /// Where the address stands or would stand. There is always a free slot to stop at.
-        std::size_t SlotOf(Key const& key) const
+        void Insert(Entry entry)
         {
-            std::size_t const mask = m_slots.size() - 1;
-            std::size_t slot = Hash(key) & mask;
-            while (m_slots[slot].id != 0 && m_slots[slot].key != key) slot = (slot + 1) & mask;
-            return slot;
+            if (m_free == kNone) {
+                if (m_entries.size() == m_heads.size()) Grow();
+                m_free = static_cast<std::uint32_t>(m_entries.size());
+                m_entries.push_back({entry.key, 0, 0, kNone});
+            }
+            std::uint32_t const number = m_free;
+            m_free = m_entries[number].next;
+            entry.next = std::exchange(HeadOf(entry.key), number);
+            m_entries[number] = entry;
         }
+        void Erase(std::uint32_t number)
+        {
+            Entry& entry = m_entries[number];
+            std::uint32_t* link = &HeadOf(entry.key);
+            while (*link != number) link = &m_entries[*link].next;
+            *link = entry.next;
+            entry.id = 0;
+            entry.next = std::exchange(m_free, number);
+        }
+        /// Doubles the chains. Called only while no entry is free.
         void Grow()
         {
-            std::vector<Entry> old(m_slots.empty() ? 16 : m_slots.size() * 2); // a power of two
-            old.swap(m_slots);
-            for (Entry& entry : old)
-                if (entry.id != 0) m_slots[SlotOf(entry.key)] = std::move(entry);
-        }
-        /// Frees a slot and moves those behind it up that would not be found across the gap.
-        void Vacate(std::size_t gap)
-        {
-            std::size_t const mask = m_slots.size() - 1;
-            for (std::size_t slot = (gap + 1) & mask; m_slots[slot].id != 0; slot = (slot + 1) & mask) {
-                std::size_t const home = Hash(m_slots[slot].key) & mask;
-                if (((slot - home) & mask) < ((slot - gap) & mask)) continue; // its search starts behind the gap
-                m_slots[gap] = std::move(m_slots[slot]);
-                gap = slot;
-            }
-            m_slots[gap] = Entry();
-            --m_used;
+            m_heads.assign(m_heads.empty() ? 16 : m_heads.size() * 2, kNone); // a power of two
+            for (std::uint32_t number = 0; number < m_entries.size(); ++number)
+                m_entries[number].next = std::exchange(HeadOf(m_entries[number].key), number);
         }
 
-        std::vector<Entry> m_slots; // a power of two, at most two thirds in use; or none
-        std::size_t m_used = 0;
+        std::vector<std::uint32_t> m_heads;                   // the first entry of each hash value
+        std::vector<Entry> m_entries;                         // at most one a head
+        std::uint32_t m_free = kNone;                         // the first free entry
+        std::unordered_map<std::uint32_t, Sharers> m_sharers; // by the number of the entry
     };
 
     using EIPv4Key = std::uint32_t;
-    using EIPv6Key = std::array<std::uint64_t, 2>;
+    using EIPv6Key = std::array<std::uint32_t, 4>; // the most significant word first
 
     static std::uint64_t Mix(std::uint64_t value) // every bit of the value reaches every bit of the result
     {
@@ -278,21 +284,27 @@ private:
         value = (value ^ value >> 32) * 0xD6E8FEB86659FD93U;
         return value ^ value >> 32;
     }
-    static std::size_t Hash(EIPv4Key key) { return Mix(key); }
-    static std::size_t Hash(EIPv6Key const& key) { return Mix(Mix(key[0]) + key[1]); }
+    // Neighbouring addresses are neighbours in the table too: a port's addresses mostly come in order, and the memory
+    // of the last one is still in the cache then. Each run of 64 starts anywhere, so that it meets others by chance
+    // only.
+    static std::size_t Hash(EIPv4Key key) { return Mix(key / 64) + key % 64; }
+    static std::size_t Hash(EIPv6Key const& key)
+    {
+        std::uint64_t const network = std::uint64_t(key[0]) << 32 | key[1];
+        std::uint64_t const host = std::uint64_t(key[2]) << 32 | key[3];
+        return Mix(Mix(network) + host / 64) + host % 64;
+    }
 
     static bool IsIPv4(EIPAddress const& address) { return address.GetFamily() == EIPAddress::kIPv4; }
-    static EIPv4Key IPv4Key(EIPAddress const& address)
+    static std::uint32_t WordOf(unsigned char const* bytes)
     {
-        EIPv4Key key;
-        std::memcpy(&key, address.GetBytes(), sizeof key);
-        return key;
+        return std::uint32_t(bytes[0]) << 24 | std::uint32_t(bytes[1]) << 16 | std::uint32_t(bytes[2]) << 8 | bytes[3];
     }
+    static EIPv4Key IPv4Key(EIPAddress const& address) { return WordOf(address.GetBytes()); }
     static EIPv6Key IPv6Key(EIPAddress const& address)
     {
-        EIPv6Key key;
-        std::memcpy(key.data(), address.GetBytes(), sizeof key);
-        return key;
+        unsigned char const* const bytes = address.GetBytes();
+        return {WordOf(bytes), WordOf(bytes + 4), WordOf(bytes + 8), WordOf(bytes + 12)};
     }
     static unsigned int VlanOf(EVLANIPAddressTableItemProperties const& vlans)
     {

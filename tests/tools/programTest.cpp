@@ -88,6 +88,7 @@ Sample SampleFor(EditableField const& field, std::string const& current)
         {"fcoe.fc-map", {"0x0a0b0c", "0x0a0b0c"}},
         {"fcoe.destination-id", {"66051", "0x010203"}},
         {"npiv.destination-id", {"66051", "0x010203"}},
+        {"dcbx.subtype", {"1", "1"}}, // goes into every feature
         {"dcbx.oui", {"0x0a0b0c", "0x0a0b0c"}},
         {"table.next-id", {"77", "77"}},
         {"ptp.log-announce-interval", {"-5", "-5"}},
@@ -99,8 +100,8 @@ Sample SampleFor(EditableField const& field, std::string const& current)
         {"dhcpv6.options", {R"([{"type":255}])", R"([{"type":255,"value":""}])"}},
         {"fcoe.vendor-descriptors", {R"([{"value":"ff"}])", R"([{"type":0,"value":"ff"}])"}},
         {"dcbx.features",
-         {R"([{"type":3,"instance-key":5,"desired-configuration":"0108","willing":false}])",
-          R"([{"dcbx-subtype":2,"type":3,"subtype":0,"enabled":true,"willing":false,"error":false,"length":0,)"
+         {R"([{"dcbx-subtype":1,"type":3,"instance-key":5,"desired-configuration":"0108","willing":false}])",
+          R"([{"dcbx-subtype":1,"type":3,"subtype":0,"enabled":true,"willing":false,"error":false,"length":0,)"
           R"("oper-version":255,"max-version":255,"override-oper-version":false,"desired-configuration":"0108",)"
           R"("mismatch":false,"advertise-type":0,"feature-advertised":true,"state":0,"instance-key":5}])"}},
         {"lldp.chassis-id",
@@ -136,6 +137,7 @@ Sample SampleFor(EditableField const& field, std::string const& current)
 TEST_F(ProgramTest, EveryFieldIsSetByACommandTracedAndShown)
 {
     Do("add", {"1", "ipv6"});
+    std::map<std::string, std::string> shown{{"1", Do("show", {"1"})}, {"table", Do("show", {"table"})}};
     for (EditableField const& field : AllFields()) {
         if (field.subId == 0) continue;
         SCOPED_TRACE(field.GetFullName());
@@ -143,11 +145,14 @@ TEST_F(ProgramTest, EveryFieldIsSetByACommandTracedAndShown)
         std::string const record = ofTable ? "table" : "1";
         std::string name = field.GetFullName();
         if (field.record == RecordKind::ipv6) name.insert(5, "1.");
-        std::string before = ShownValue(Do("show", {record}), name);
+        std::string before = ShownValue(shown[record], name);
+        before = before.substr(0, before.find(*field.unit ? std::string(" ") + field.unit : "  "));
         Sample const sample = SampleFor(field, before);
         std::string const typedName = ofTable ? std::string(field.name) : name;
         std::string const trace = Do("edit", {record, typedName, sample.typed, "--trace"});
-        EXPECT_EQ(sample.shown, ShownValue(Do("show", {record}), name));
+        std::string const unit = *field.unit ? std::string(" ") + field.unit : "";
+        shown[record] = Do("show", {record});
+        EXPECT_EQ(sample.shown + unit, ShownValue(shown[record], name));
         EXPECT_NE(sample.shown, before);
 
         std::string const subject = ofTable ? "  table 0  " : "  interface 1  ";
@@ -183,12 +188,12 @@ TEST_F(ProgramTest, AddingTellsTheNewIdAndTakesFields)
     EXPECT_EQ("AddingInterfaceItem  interface 5\ninterface 5\n", Do("add", {"--trace"}));
     std::string const shown = Do("show", {"4"});
     EXPECT_EQ("lan1", ShownValue(shown, "name"));
-    EXPECT_EQ("9000", ShownValue(shown, "mtu"));
+    EXPECT_EQ("9000 bytes", ShownValue(shown, "mtu"));
     EXPECT_EQ("10.0.0.4", ShownValue(shown, "ipv4.address"));
     EXPECT_EQ("9", ShownValue(shown, "ptp.domain"));
     EXPECT_EQ("interface 4 ipv6 1\n", Do("add", {"4", "ipv6", "address=2001:db8::4", "prefix-length=48"}));
     EXPECT_EQ("interface 4 ipv6 2\n", Do("add", {"4", "ipv6"}));
-    EXPECT_EQ("48", ShownValue(Do("show", {"4"}), "ipv6.1.prefix-length"));
+    EXPECT_EQ("48 bits", ShownValue(Do("show", {"4"}), "ipv6.1.prefix-length"));
 }
 
 TEST_F(ProgramTest, RemovingTakesSeveralAndAllOrNothing)
@@ -226,7 +231,7 @@ TEST_F(ProgramTest, ATextMayBeEmptyAndANumberNegative)
     Do("edit", {"1", "name", ""});
     EXPECT_EQ("-", ShownValue(Do("show", {"1"}), "name"));
     Do("edit", {"1", "ptp.log-sync-interval", "-3"});
-    EXPECT_EQ("-3", ShownValue(Do("show", {"1"}), "ptp.log-sync-interval"));
+    EXPECT_EQ("-3 log2 s", ShownValue(Do("show", {"1"}), "ptp.log-sync-interval"));
     Do("edit", {"1", "--trace", "name", "--", "-x"});
     EXPECT_EQ("-x", ShownValue(Do("show", {"1"}), "name"));
 }
@@ -278,7 +283,8 @@ TEST_F(ProgramTest, MisuseIsStatus2)
                            {"enable", file},
                            {"enable", file, "1", "ipv4", "2"},
                            {"upgrade", file},
-                           {"fields", "x"}};
+                           {"fields", "x"},
+                           {"edit", file, "1", "mtu", "1", "--json"}};
     for (Words const& words : cases) {
         SCOPED_TRACE(testing::PrintToString(words));
         Result const result = RunIfcore(words);

@@ -1,0 +1,6 @@
+#include "program.hpp"
+
+int main(int argc, char** argv)
+{
+    return ifcoreTool::RunProgram(argc, argv);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace ifcoreTool {
+
+/// Counts steps of one piece of work on standard error, when that is a terminal and the work takes more than a second.
+/// The line is wiped out at the end.
+class Progress {
+public:
+    Progress(std::string const& what, std::size_t steps);
+    ~Progress();
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+
+    void Step();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    std::string m_what;
+    std::size_t m_steps;
+    std::size_t m_done = 0;
+    bool m_isTerminal;
+    bool m_isShown = false;
+    Clock::time_point m_next;
+};
+
+} // namespace ifcoreTool

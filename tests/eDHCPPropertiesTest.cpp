@@ -152,15 +152,8 @@ TEST(EDHCPProperties, IsLeaf24OfItsInterface)
 TEST(EDHCPProperties, SetsItsParentSilently)
 {
     RecordedInterface recorded;
-    EDHCPProperties record;
-    record.SetParent(&recorded.interface);
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    record.SetReleaseTimer(1);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
-    record.SetParent(nullptr);
-    record.SetReleaseTimer(2);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
+    ExpectParentSetSilently<EDHCPProperties>(*recorded.recorder, recorded.interface,
+                                             [](auto& r) { r.SetReleaseTimer(1); });
 }
 
 TEST(EDHCPProperties, CopyConstructionTakesTheParentAndAnnouncesNothing)
@@ -172,18 +165,32 @@ TEST(EDHCPProperties, CopyConstructionTakesTheParentAndAnnouncesNothing)
 }
 
 namespace {
-/// Keeps what the whole-record operation is told, so that it can be looked at later.
-class WholeRecordHooks : public EIgnoreInterfaceTableHooks {
+/// Keeps the records and lists that it is told of, so that they can be looked at later.
+class ValueKeepingHooks : public EIgnoreInterfaceTableHooks {
 public:
     std::vector<EDHCPProperties> current;
     std::vector<EDHCPProperties> next;
+    std::string tlvs; // of the last list that was announced
     void SettingDhcpProperties(EDHCPProperties const& now, EDHCPProperties const& replacement) override
     {
         current.push_back(now);
         next.push_back(replacement);
     }
+    void SettingDhcpTLVs(EDHCPProperties const&, std::list<EDHCPTLV> const& announced) override
+    {
+        tlvs = TextOfTlvs(announced);
+    }
 };
 } // namespace
+
+TEST(EDHCPProperties, TheNewTlvsAreShownToTheObserver)
+{
+    RecordedInterface recorded;
+    auto const hooks = boost::make_shared<ValueKeepingHooks>();
+    recorded.table.SetHooks("tlvs", hooks);
+    recorded.interface.GetDHCPProperties().SetDhcpCustomTLVs(SampleTlvs());
+    EXPECT_EQ("61=01aa 254=", hooks->tlvs);
+}
 
 TEST(EDHCPProperties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
 {
@@ -208,7 +215,7 @@ TEST(EDHCPProperties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
         EXPECT_EQ(std::vector<std::string>{"SettingDhcpProperties"}, recorded.recorder->Operations());
 
         record = before;
-        auto const hooks = boost::make_shared<WholeRecordHooks>();
+        auto const hooks = boost::make_shared<ValueKeepingHooks>();
         recorded.table.SetHooks("whole", hooks);
         c.change(record);
         ASSERT_EQ(1u, hooks->next.size());

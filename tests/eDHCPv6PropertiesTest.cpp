@@ -128,31 +128,37 @@ TEST(EDHCPv6Properties, IsLeaf26OfItsInterface)
 TEST(EDHCPv6Properties, SetsItsParentSilentlyAndCopyConstructionTakesIt)
 {
     RecordedInterface recorded;
-    EDHCPv6Properties record;
-    record.SetParent(&recorded.interface);
-    EDHCPv6Properties const copy(record);
-    EXPECT_EQ(&recorded.interface, copy.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.SetRenewTime(1);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
-    record.SetParent(nullptr);
-    record.SetRenewTime(2);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
+    ExpectParentSetSilently<EDHCPv6Properties>(*recorded.recorder, recorded.interface,
+                                               [](auto& r) { r.SetRenewTime(1); });
 }
 
 namespace {
-/// Keeps what the whole-record operation is told, so that it can be looked at later.
-class WholeRecordHooks : public EIgnoreInterfaceTableHooks {
+/// Keeps the records and lists that it is told of, so that they can be looked at later.
+class ValueKeepingHooks : public EIgnoreInterfaceTableHooks {
 public:
     std::vector<EDHCPv6Properties> current;
     std::vector<EDHCPv6Properties> next;
+    std::string tlvs; // of the last list that was announced
     void SettingDhcpv6Properties(EDHCPv6Properties const& now, EDHCPv6Properties const& replacement) override
     {
         current.push_back(now);
         next.push_back(replacement);
     }
+    void SettingDhcpv6TLVs(EDHCPv6Properties const&, std::list<EDHCPTLV> const& announced) override
+    {
+        tlvs = TextOfTlvs(announced);
+    }
 };
 } // namespace
+
+TEST(EDHCPv6Properties, TheNewTlvsAreShownToTheObserver)
+{
+    RecordedInterface recorded;
+    auto const hooks = boost::make_shared<ValueKeepingHooks>();
+    recorded.table.SetHooks("tlvs", hooks);
+    recorded.interface.GetDHCPv6Properties().SetDhcpv6CustomTLVs(SampleTlvs());
+    EXPECT_EQ("16=07 17=", hooks->tlvs);
+}
 
 TEST(EDHCPv6Properties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
 {
@@ -177,7 +183,7 @@ TEST(EDHCPv6Properties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
         EXPECT_EQ(std::vector<std::string>{"SettingDhcpv6Properties"}, recorded.recorder->Operations());
 
         record = before;
-        auto const hooks = boost::make_shared<WholeRecordHooks>();
+        auto const hooks = boost::make_shared<ValueKeepingHooks>();
         recorded.table.SetHooks("whole", hooks);
         c.change(record);
         ASSERT_EQ(1u, hooks->next.size());

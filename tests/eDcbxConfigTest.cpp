@@ -1,6 +1,7 @@
 #include "eDcbxConfig.hpp"
 
 #include "dcbxRecords.hpp"
+#include "recordCases.hpp"
 #include "recordedInterface.hpp"
 
 #include <algorithm>
@@ -475,6 +476,31 @@ TEST(EDCBXConfigEdit, ReadsAllFeaturesBeforeItChangesAnything)
     EXPECT_THROW(config.ProcessEdit(path.begin(), path.end(), archive), EArchiveError);
     EXPECT_TRUE(recorded.recorder->calls.empty());
     EXPECT_EQ((KeyList{1}), Keys(config));
+}
+
+TEST(EDCBXConfigEdit, AValueThatIsTooWideChangesNothing)
+{
+    struct {
+        unsigned int subId;
+        char const* hex;
+    } const cases[] = {{2, "FC 01 00 00 00 00"}, {3, "FC 01 00 00 00 02"}, {4, "F9 01 00"}, {5, "F9 01 00"}, {6, "02"}};
+    RecordedInterface recorded;
+    for (auto const& c : cases) ExpectTooWide(*recorded.recorder, recorded.interface.GetDCBXConfig(), c.subId, c.hex);
+}
+
+TEST(EDCBXConfigEdit, TakesUpTo255FeaturesSinceTheCountHas8Bits)
+{
+    std::string const feature = Golden("EDCBXFeatureTlv.v02182009.hex");
+    std::string features;
+    for (int i = 0; i < 255; ++i) features += feature;
+    EDCBXConfig config;
+    EXPECT_TRUE(Edit(config, {1}, Bytes("F8 FF") + features));
+    EXPECT_EQ(255u, config.GetFeatureTlvs().size());
+
+    EArchive archive;
+    Load(archive, Bytes("F9 01 00") + features + feature); // on purpose refused, though all 256 are there
+    EXPECT_THROW(Edit(config, {1}, archive), EArchiveError);
+    EXPECT_EQ(255u, config.GetFeatureTlvs().size());
 }
 
 TEST(EDCBXConfigEdit, RefusesUnknownSubIdsAndReadsNothing)

@@ -270,9 +270,48 @@ TEST(EFCoEConfig, AnEditWhoseValueIsTooWideChangesNothing)
     struct {
         unsigned int subId;
         char const* hex;
-    } const cases[] = {{4, "02"}, {7, "FC 01 00 00 00 00"}, {13, "FA 01 00 00"}, {27, "FA 01 00 00"}};
+    } const cases[] = {{4, "02"},
+                       {5, "02"},
+                       {6, "02"},
+                       {9, "02"},
+                       {10, "02"},
+                       {11, "02"},
+                       {12, "02"},
+                       {19, "02"},
+                       {20, "02"},
+                       {22, "02"},
+                       {25, "02"},
+                       {26, "02"},
+                       {13, "FA 01 00 00"},
+                       {27, "FA 01 00 00"},
+                       {3, "FC 01 00 00 00 00"},
+                       {7, "FC 01 00 00 00 00"},
+                       {8, "FC 01 00 00 00 00"},
+                       {14, "FC 01 00 00 00 00"},
+                       {23, "FC 01 00 00 00 00"},
+                       {24, "FC 01 00 00 00 00"}};
     RecordedInterface recorded;
     for (auto const& c : cases) ExpectTooWide(*recorded.recorder, FCoEOf(recorded.interface), c.subId, c.hex);
+}
+
+TEST(EFCoEConfig, ListsHoldMoreThan255Elements)
+{
+    std::string tlvs = Bytes("F9 01 2C");
+    std::string destinations = Bytes("F9 01 2C");
+    for (int i = 0; i < 300; ++i) {
+        tlvs += Bytes("01 07 00 00");
+        destinations += Bytes("FB 12 29 20 08 01 00 00 00");
+    }
+    EFCoEConfig record;
+    EXPECT_TRUE(Edit(record, {16}, tlvs));
+    EXPECT_TRUE(Edit(record, {18}, destinations));
+    EXPECT_EQ(300u, record.GetVendorSpecificTLVs().size());
+    EXPECT_EQ(300u, record.GetPLOGIDestinations().size());
+    EXPECT_NE(std::string::npos, Written(record).find(tlvs));
+    EXPECT_NE(std::string::npos, Written(record).find(destinations));
+    EFCoEConfig read;
+    ReadInto(read, Written(record));
+    EXPECT_FALSE(read != record);
 }
 
 TEST(EFCoEConfig, PackedFieldsLeaveTheOtherBitsOfTheirWord)

@@ -1,9 +1,7 @@
 #include "eGreTunnel.hpp"
 
-#include "golden.hpp"
+#include "recordCases.hpp"
 #include "recordedInterface.hpp"
-
-#include <gtest/gtest.h>
 
 static EObsoleteGreTunnel Sample()
 {
@@ -191,6 +189,13 @@ TEST(EObsoleteGreTunnelEdit, OtherSubIdsAndNoneAreRefusedWithNothingRead)
         EXPECT_EQ(0U, archive.GetOffset());
         EXPECT_EQ(kSampleText, Summary(tunnel));
     }
+}
+
+TEST(EObsoleteGreTunnelEdit, ReadsNoWiderNumberThanTheField)
+{
+    SampleInTable sample;
+    for (unsigned int const subId : {4U, 5U, 6U}) ExpectTooWide(*sample.recorder, sample.tunnel, subId, "02");
+    ExpectTooWide(*sample.recorder, sample.tunnel, 7, "FC 01 00 00 00 00"); // 33 bits
 }
 
 TEST(EObsoleteGreTunnelArchive, WritesTheNewestVersionAndReadsAllOlderOnes)

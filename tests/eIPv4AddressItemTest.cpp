@@ -1,9 +1,7 @@
 #include "eIPv4AddressItem.hpp"
 
-#include "golden.hpp"
+#include "recordCases.hpp"
 #include "recordedInterface.hpp"
-
-#include <gtest/gtest.h>
 
 static EIPv4AddressItem SampleV1()
 {
@@ -169,9 +167,13 @@ TEST(EIPv4AddressItem, AReplacementIsShownToTheObserver)
 TEST(EIPv4AddressItem, SetEnabledIsAnnouncedOnARealChangeOnly)
 {
     SampleInTable sample;
+    std::string seen;
+    sample.recorder->whenCalled = [&] { seen += " " + TextOf(sample.item.IsEnabled()); };
     for (bool const enabled : {true, false, false, true, true}) sample.item.SetEnabled(enabled);
-    EXPECT_EQ((std::vector<std::string>{"DisablingIPv4AddressItem", "EnablingIPv4AddressItem"}),
+    ASSERT_EQ((std::vector<std::string>{"DisablingIPv4AddressItem", "EnablingIPv4AddressItem"}),
               sample.recorder->Operations());
+    EXPECT_EQ("on[45066 100]", sample.recorder->calls[1].values);
+    EXPECT_EQ(" true false", seen); // the old values
     EXPECT_TRUE(sample.item.IsEnabled());
 }
 
@@ -206,6 +208,12 @@ TEST(EIPv4AddressItem, WithoutAParentEverythingChangesUnheard)
     item.SetEnabled(false);
     item.Empty();
     EXPECT_EQ("false 0.0.0.0 0.0.0.0 24 0", Summary(item));
+}
+
+TEST(EIPv4AddressItem, SetsItsParentSilently)
+{
+    SampleInTable sample;
+    ExpectParentSetSilently<EIPv4AddressItem>(*sample.recorder, sample.interface, [](auto& r) { r.SetMaskLength(8); });
 }
 
 TEST(EIPv4AddressItem, CopyConstructionTakesTheParentAndSwapLeavesIt)
@@ -289,6 +297,13 @@ TEST(EIPv4AddressItemEdit, OtherSubIdsAndNoneAreRefusedWithNothingRead)
     }
 }
 
+TEST(EIPv4AddressItemEdit, ReadsNoWiderNumberThanTheField)
+{
+    SampleInTable sample;
+    for (unsigned int const subId : {2U, 4U})
+        ExpectTooWide(*sample.recorder, sample.item, subId, "FC 01 00 00 00 00"); // 33 bits
+}
+
 TEST(EIPv4AddressItemArchive, WritesTheNewestVersionAndReadsAllOlderOnes)
 {
     EXPECT_EQ(Golden("EIPv4AddressItem.v3.hex"), Written(SampleV3()));
@@ -300,7 +315,10 @@ TEST(EIPv4AddressItemArchive, WritesTheNewestVersionAndReadsAllOlderOnes)
 TEST(EIPv4AddressItemArchive, ReadingEmptiesFirstWhichIsAllThatIsAnnounced)
 {
     SampleInTable sample;
+    std::string seen;
+    sample.recorder->whenCalled = [&] { seen = Summary(sample.item); };
     ReadInto(sample.item, Golden("EIPv4AddressItem.v1.hex"));
+    EXPECT_EQ("true 10.0.0.5 10.0.0.1 16 1460", seen);
     EXPECT_EQ("false 10.0.0.5 10.0.0.1 16 0", Summary(sample.item));
     ASSERT_EQ(1U, sample.recorder->calls.size());
     EXPECT_EQ("SettingIPv4AddressItem", sample.recorder->calls[0].operation);

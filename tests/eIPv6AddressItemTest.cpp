@@ -1,9 +1,7 @@
 #include "eIPv6AddressItem.hpp"
 
-#include "golden.hpp"
+#include "recordCases.hpp"
 #include "recordedInterface.hpp"
-
-#include <gtest/gtest.h>
 
 static EIPv6AddressItem Sample()
 {
@@ -137,6 +135,12 @@ TEST(EIPv6AddressItem, SetLocalIdIsNotAnnounced)
     EXPECT_TRUE(sample.recorder->calls.empty());
 }
 
+TEST(EIPv6AddressItem, SetsItsParentSilently)
+{
+    SampleInTable sample;
+    ExpectParentSetSilently<EIPv6AddressItem>(*sample.recorder, sample.interface, [](auto& r) { r.SetMaskLength(8); });
+}
+
 TEST(EIPv6AddressItem, CopyConstructionTakesTheParentAndSwapLeavesItButTakesTheLocalId)
 {
     SampleInTable sample;
@@ -208,6 +212,12 @@ TEST(EIPv6AddressItemEdit, OtherSubIdsAndNoneAreRefusedWithNothingRead)
         EXPECT_EQ("1 112 2001:db8::5", Summary(sample.item));
         EXPECT_TRUE(sample.recorder->calls.empty());
     }
+}
+
+TEST(EIPv6AddressItemEdit, ReadsNoWiderNumberThanTheField)
+{
+    SampleInTable sample;
+    ExpectTooWide(*sample.recorder, sample.item, 2, "FC 01 00 00 00 00"); // 33 bits
 }
 
 TEST(EIPv6AddressItemArchive, WritesAndReadsVersion1)

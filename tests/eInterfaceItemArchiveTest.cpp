@@ -223,6 +223,7 @@ TEST(EInterfaceItemArchive, ReadingALiveInterfaceAnnouncesTheEmptyingOnly)
     EXPECT_EQ(&in.interface.GetIPv4AddressItem(), in.recorder->calls[1].record);
     EXPECT_EQ(before, inTheCalls[0]);
     EXPECT_EQ(kSampleSummary, Summary(in.interface));
+    EXPECT_EQ(5U, in.interface.GetLocalId()); // on purpose that of the archive, although the table keeps it under 1
     EXPECT_EQ(&in.table, in.interface.GetParent());
     ExpectHoldsItsRecords(in.interface);
 }
@@ -289,6 +290,11 @@ TEST(EInterfaceItemArchive, NPIVIsClosedByATagWithAndWithoutTheRecord)
     ReadInto(read, withNPIV);
     EXPECT_EQ(1, CountOnDemand(read));
     EXPECT_NE(nullptr, read.GetNPIVConfigReadOnly());
+
+    std::string otherClosing = withNPIV;
+    otherClosing[withNPIV.size() - fresh.size() + 7] = 6; // passed over, whatever it is: there is one record at most
+    ReadInto(read, otherClosing);
+    EXPECT_EQ(withNPIV, Written(read));
 }
 
 TEST(EInterfaceItemArchive, ASwitchMayBeOnWithoutARecordAndCreatesItWhenItIsTurnedOff)
@@ -316,6 +322,14 @@ TEST(EInterfaceItemArchive, PerTypeDataIsReadInAnyOrder)
                        Golden("EInterfaceItem.fromEnabled.defaults.hex"));
     EXPECT_EQ("off 0 \"\" type 0 euid 00:00:00:00:00:00:00:00; ethernet 00:00:00:00:00:00 off[] 68; atm -; ppp 21 22; "
               "gre -; routed 7.1.3",
+              Summary(item));
+}
+
+TEST(EInterfaceItemArchive, OfPerTypeDataThatComesTwiceTheLastHolds)
+{
+    EInterfaceItem item;
+    ReadInto(item, Bytes("07 03 01 15 16 03 01 17 18 00") + Golden("EInterfaceItem.fromEnabled.defaults.hex"));
+    EXPECT_EQ("off 0 \"\" type 0 euid 00:00:00:00:00:00:00:00; ethernet -; atm -; ppp 23 24; gre -; routed -",
               Summary(item));
 }
 

@@ -192,6 +192,21 @@ TEST(EInterfaceTableArchive, Version4TurnsInterfacesBehindAnotherIntoUnconnected
     }
 }
 
+TEST(EInterfaceTableArchive, TheConversionTakesAnInterfaceOfId0ForAnInterface)
+{
+    EOldTable old;
+    old.interfaces.AddItem(0, EInterfaceItem());
+    old.Add(INTERFACE_TYPE_ETHERNET, "10.0.1.1", "10.0.0.1"); // nobody's
+    EInterfaceTable table(7);
+    ReadInto(table, old.Bytes(4));
+    EXPECT_EQ(INTERFACE_TYPE_ETHERNET, table.GetInterfaceItem(1)->GetType());
+
+    old.interfaces.GetInterfaceItem(0u)->GetIPv4AddressItem().SetAddress(EIPAddress(std::string("10.0.0.1")));
+    ReadInto(table, old.Bytes(4));
+    EXPECT_EQ(INTERFACE_TYPE_UNCONNECTED, table.GetInterfaceItem(1)->GetType());
+    EXPECT_EQ(EComponentId({7, 1, 0}), table.GetInterfaceItem(1)->GetConnectedViaId());
+}
+
 TEST(EInterfaceTableArchive, TheConversionIsAnnouncedByItsSetters)
 {
     EOldTable old;

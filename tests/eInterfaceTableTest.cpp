@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <utility>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -155,6 +158,7 @@ TEST(EInterfaceTable, EmptyKeepsPortAndObserverAndTellsItOnce)
     EXPECT_EQ("recorder", fixture.table.GetHooksName());
     EXPECT_EQ(0u, fixture.table.GetCount());
     ExpectDefaultSettings(fixture.table);
+    EXPECT_EQ(1u, fixture.table.AddInterfaceItem(EInterfaceItem())) << "the generator is that of a fresh table";
 }
 
 TEST(EInterfaceTable, AssignmentTakesItemsSettingsAndPortAndKeepsTheObserver)
@@ -183,6 +187,35 @@ TEST(EInterfaceTable, AssignmentToItselfChangesNothingButIsTold)
     fixture.table = same;
     EXPECT_THAT(fixture.recorder->Operations(), ElementsAre("SettingInterfaceTable"));
     EXPECT_EQ(1u, fixture.table.GetCount());
+}
+
+namespace {
+
+/// Looks at both tables of an announcement.
+class EReplacementObserver : public EIgnoreInterfaceTableHooks {
+public:
+    std::vector<std::size_t> seen; // current port, current count, new port, new count
+
+    void SettingInterfaceTable(EInterfaceTable const& current, EInterfaceTable const& replacement) override
+    {
+        EXPECT_EQ(nullptr, replacement.GetHooksPtr());
+        seen = {current.GetPortId(), current.GetCount(), replacement.GetPortId(), replacement.GetCount()};
+    }
+};
+
+} // namespace
+
+TEST(EInterfaceTable, AReplacementIsAnnouncedWithTheNewContents)
+{
+    EInterfaceTable other(9);
+    other.AddInterfaceItem(EInterfaceItem());
+    EInterfaceTable table(7);
+    auto const observer = boost::make_shared<EReplacementObserver>();
+    table.SetHooks("observer", observer);
+    table.Copy(other);
+    EXPECT_THAT(observer->seen, ElementsAre(7u, 0u, 9u, 1u));
+    table.Empty();
+    EXPECT_THAT(observer->seen, ElementsAre(9u, 1u, 9u, 0u));
 }
 
 TEST(EInterfaceTable, CopiesStartWithoutAnObserver)
@@ -219,6 +252,20 @@ TEST(EInterfaceTable, SwapExchangesContentsAndPortButNotObservers)
     EXPECT_THAT(otherRecorder->calls, IsEmpty());
 }
 
+TEST(EInterfaceTable, SwapWithItselfChangesNothing)
+{
+    RecordedInterface fixture;
+    EInterfaceTable& same = fixture.table;
+    fixture.interface.SetName("a");
+    fixture.recorder->Clear();
+    fixture.table.Swap(same);
+    EXPECT_EQ(7u, fixture.table.GetPortId());
+    EXPECT_EQ(&fixture.interface, fixture.table.GetInterfaceItem(1));
+    EXPECT_EQ("a", fixture.interface.GetName());
+    EXPECT_EQ(&fixture.table, fixture.interface.GetParent());
+    EXPECT_THAT(fixture.recorder->calls, IsEmpty());
+}
+
 // Interfaces
 
 TEST(EInterfaceTable, AddInterfaceItemStoresFirstSoThatTheObserverReadsIdAndParent)
@@ -235,6 +282,34 @@ TEST(EInterfaceTable, AddInterfaceItemStoresFirstSoThatTheObserverReadsIdAndPare
     EXPECT_EQ(stored, fixture.recorder->calls[0].record);
     EXPECT_EQ(2u, fixture.table.GetInterfaceItem(2)->GetLocalId());
     EXPECT_EQ("new", fixture.table.GetInterfaceItem(2)->GetName());
+}
+
+TEST(EInterfaceTable, AddInterfaceItemTellsNothingWhenTheIdsAreUsedUp)
+{
+    RecordedInterface fixture;
+    fixture.table.AddItem(0, EInterfaceItem()); // an explicit id may be 0
+    fixture.table.AddItem(0xffffffff, EInterfaceItem());
+    EXPECT_EQ(0u, fixture.table.AddInterfaceItem(EInterfaceItem()));
+    EXPECT_EQ(3u, fixture.table.GetCount());
+    EXPECT_THAT(fixture.recorder->calls, IsEmpty());
+}
+
+TEST(EInterfaceTable, TakesItsOwnInterfacesAsArguments)
+{
+    RecordedInterface fixture;
+    fixture.interface = Interface("10.0.0.1", "2001:db8::1");
+    fixture.interface.SetLocalId(1);
+    EXPECT_EQ(2u, fixture.table.AddInterfaceItem(fixture.interface));
+    EXPECT_TRUE(fixture.table.SetInterfaceItem(1, fixture.interface));
+    for (unsigned int const id : {1u, 2u}) {
+        SCOPED_TRACE(id);
+        EInterfaceItem const& item = *fixture.table.GetInterfaceItem(id);
+        EXPECT_EQ(id, item.GetLocalId());
+        EXPECT_EQ(&fixture.table, item.GetParent());
+        EXPECT_EQ("10.0.0.1", item.GetIPv4AddressItem().GetAddress().GetAsString());
+        ASSERT_NE(nullptr, item.GetIPv6AddressItem(1));
+        EXPECT_EQ(&item, item.GetIPv6AddressItem(1)->GetParent());
+    }
 }
 
 TEST(EInterfaceTable, SetInterfaceItemKeepsTheSlotsIdAndTellsOnce)
@@ -365,6 +440,26 @@ TEST(EInterfaceTable, TheLookupObserversAnswerIsFinal)
     EXPECT_EQ(table.GetInterfaceItem(1), table.FindInterfaceByIP(Address("10.0.0.1"))) << "the name alone is nothing";
 }
 
+TEST(EInterfaceTable, TheLookupObserversAnswerIsVerifiedForIPv6Too)
+{
+    EInterfaceTable stranger(8); // what the observer believes in
+    stranger.AddItem(1, Interface("10.0.0.1", "2001:db8::9"));
+    stranger.AddItem(2, Interface("10.0.0.2", "2001:db8::2"));
+    auto const lookup = boost::make_shared<EIPLookupInterfaceTableHooks>();
+    lookup->Rebuild(stranger);
+    EInterfaceTable table(7);
+    table.AddInterfaceItem(Interface("10.0.0.1", "2001:db8::1"));
+    table.AddInterfaceItem(Interface("10.0.0.2", "2001:db8::2"));
+    table.AddInterfaceItem(Interface("10.0.0.3", "2001:db8::9"));
+    table.SetHooks("IP_LOOKUP_HOOKS", lookup);
+    EVLAN const untagged;
+    for (EVLAN const* const vlan : {static_cast<EVLAN const*>(nullptr), &untagged}) {
+        EXPECT_EQ(table.GetInterfaceItem(2), table.FindInterfaceByIPAndVlan(Address("2001:db8::2"), vlan));
+        EXPECT_EQ(nullptr, table.FindInterfaceByIPAndVlan(Address("2001:db8::9"), vlan)) << "it names 1, not 3";
+        EXPECT_EQ(nullptr, table.FindInterfaceByIPAndVlan(Address("2001:db8::1"), vlan)) << "it names none";
+    }
+}
+
 TEST(EInterfaceTable, TheLookupObserverIsFoundInsideASet)
 {
     EInterfaceTable table(7);
@@ -442,6 +537,31 @@ TEST(EInterfaceTable, ASecondNameMakesTheSetMulti)
     EXPECT_EQ("", table.GetHooksName());
 }
 
+TEST(EInterfaceTable, TheSetTellsTheNewObserverBeforeTheOneThatWasInstalled)
+{
+    EInterfaceTable table;
+    std::string told;
+    auto const first = boost::make_shared<Recorder>();
+    auto const second = boost::make_shared<Recorder>();
+    first->whenCalled = [&] { told += 'a'; };
+    second->whenCalled = [&] { told += 'b'; };
+    table.AddInterfaceTableHooks("a", first);
+    table.AddInterfaceTableHooks("b", second);
+    table.SetFIPVersion(2);
+    EXPECT_EQ("ba", told); // on purpose: in the order of adding to the set
+}
+
+TEST(EInterfaceTable, ItsOwnNameMayBeTheArgument)
+{
+    EInterfaceTable table;
+    auto const recorder = boost::make_shared<Recorder>();
+    table.SetHooks("an observer with a name that is longer than a short string", recorder);
+    table.SetHooks(table.GetHooksName().c_str(), recorder);
+    EXPECT_EQ("an observer with a name that is longer than a short string", table.GetHooksName());
+    table.RemoveInterfaceTableHooks(table.GetHooksName().c_str());
+    EXPECT_EQ("", table.GetHooksName());
+}
+
 TEST(EInterfaceTable, RemovingAnUnknownNameDoesNothing)
 {
     EInterfaceTable table;
@@ -451,6 +571,53 @@ TEST(EInterfaceTable, RemovingAnUnknownNameDoesNothing)
     EXPECT_EQ(recorder, table.GetHooksPtr());
     EXPECT_EQ("a", table.GetHooksName());
     EXPECT_EQ(nullptr, table.FindInterfaceTableHooks("b"));
+}
+
+TEST(EInterfaceTable, AnObserverMayChangeTheTableFromInsideACall)
+{
+    RecordedInterface fixture;
+    bool inside = false;
+    auto const once = [&](auto const& change) {
+        fixture.recorder->whenCalled = [&inside, change] {
+            if (!std::exchange(inside, true)) change();
+        };
+        inside = false;
+    };
+    once([&] { fixture.table.SetFIPVersion(5); });
+    fixture.table.SetFIPVersion(4);
+    EXPECT_EQ(4, fixture.table.GetFIPVersion()) << "the outer value is stored last";
+
+    once([&] { fixture.table.RemoveInterfaceItem(1); });
+    EXPECT_EQ(2u, fixture.table.AddInterfaceItem(EInterfaceItem()));
+    EXPECT_EQ(nullptr, fixture.table.GetInterfaceItem(1));
+    EXPECT_NE(nullptr, fixture.table.GetInterfaceItem(2));
+
+    once([&] { fixture.table.AddInterfaceItem(EInterfaceItem()); });
+    fixture.table.Empty();
+    EXPECT_EQ(0u, fixture.table.GetCount()) << "what was added meanwhile is replaced as well";
+
+    once([&] { fixture.table.RemoveInterfaceTableHooks("recorder"); });
+    fixture.table.SetFIPVersion(6);
+    EXPECT_EQ(6, fixture.table.GetFIPVersion());
+    EXPECT_EQ(nullptr, fixture.table.GetHooksPtr());
+}
+
+TEST(EInterfaceTable, AnExceptionOfTheObserverPreventsTheChangeItWasToldOf)
+{
+    RecordedInterface fixture;
+    fixture.recorder->whenCalled = [] { throw std::runtime_error("no"); };
+    EInterfaceTable other(9);
+    EXPECT_THROW(fixture.table.SetFIPVersion(2), std::runtime_error);
+    EXPECT_THROW(fixture.table = other, std::runtime_error);
+    EXPECT_THROW(fixture.table.Empty(), std::runtime_error);
+    EXPECT_THROW(fixture.table.SetInterfaceItem(1, Interface("10.0.0.1")), std::runtime_error);
+    EXPECT_THROW(fixture.table.RemoveInterfaceItem(1), std::runtime_error);
+    EXPECT_EQ(1, fixture.table.GetFIPVersion());
+    EXPECT_EQ(7u, fixture.table.GetPortId());
+    ASSERT_EQ(&fixture.interface, fixture.table.GetInterfaceItem(1));
+    EXPECT_EQ("0.0.0.0", fixture.interface.GetIPv4AddressItem().GetAddress().GetAsString());
+    EXPECT_THROW(fixture.table.AddInterfaceItem(EInterfaceItem()), std::runtime_error);
+    EXPECT_NE(nullptr, fixture.table.GetInterfaceItem(2)) << "it was stored before the announcement";
 }
 
 TEST(EInterfaceTable, DestructionReleasesTheObserverAndTellsItNothing)

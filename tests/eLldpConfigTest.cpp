@@ -298,16 +298,31 @@ TEST(ELLDPConfig, IsLeaf38OfItsInterface)
 TEST(ELLDPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
 {
     RecordedInterface recorded;
-    ELLDPConfig record;
-    record.SetParent(&recorded.interface);
-    ELLDPConfig const copy(record);
-    EXPECT_EQ(&recorded.interface, copy.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.SetTxDelay(1);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
-    record.SetParent(nullptr);
-    record.SetTxDelay(2);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
+    ExpectParentSetSilently<ELLDPConfig>(*recorded.recorder, recorded.interface, [](auto& r) { r.SetTxDelay(1); });
+}
+
+namespace {
+/// Keeps the text of the last id that was announced.
+class IdKeepingHooks : public EIgnoreInterfaceTableHooks {
+public:
+    std::string text;
+    void SettingLLDPChassisId(ELLDPConfig const&, ELLDPConfig::LLDPChassisId const& id) override
+    {
+        text = TextOfId(id);
+    }
+    void SettingLLDPPortId(ELLDPConfig const&, ELLDPConfig::LLDPPortId const& id) override { text = TextOfId(id); }
+};
+} // namespace
+
+TEST(ELLDPConfig, ANewIdIsShownToTheObserver)
+{
+    RecordedInterface recorded;
+    auto const hooks = boost::make_shared<IdKeepingHooks>();
+    recorded.table.SetHooks("ids", hooks);
+    recorded.interface.GetLLDPConfig().SetChassisId(Chassis(kChassisMac, "abc", 7));
+    EXPECT_EQ("02:00:5e:10:00:01 abc 7", hooks->text);
+    recorded.interface.GetLLDPConfig().SetPortId(Port(kPortMac, "eth9", 3));
+    EXPECT_EQ("02:00:5e:10:00:02 eth9 3", hooks->text);
 }
 
 TEST(ELLDPConfig, CopyingAndEmptyingAnnounceNothingAndKeepTheParent)

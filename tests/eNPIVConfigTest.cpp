@@ -198,9 +198,31 @@ TEST(ENPIVConfig, AnEditWhoseValueIsTooWideChangesNothing)
     struct {
         unsigned int subId;
         char const* hex;
-    } const cases[] = {{4, "02"}, {7, "FC 01 00 00 00 00"}, {16, "02"}};
+    } const cases[] = {{4, "02"},
+                       {5, "02"},
+                       {6, "02"},
+                       {11, "02"},
+                       {12, "02"},
+                       {14, "02"},
+                       {16, "02"},
+                       {3, "FC 01 00 00 00 00"},
+                       {7, "FC 01 00 00 00 00"},
+                       {15, "FC 01 00 00 00 00"}};
     RecordedInterface recorded;
     for (auto const& c : cases) ExpectTooWide(*recorded.recorder, NPIVOf(recorded.interface), c.subId, c.hex);
+}
+
+TEST(ENPIVConfig, HoldsMoreThan255Destinations)
+{
+    std::string destinations = Bytes("F9 01 2C");
+    for (int i = 0; i < 300; ++i) destinations += Bytes("FB 12 29 20 08 01 00 00 00");
+    ENPIVConfig record;
+    EXPECT_TRUE(Edit(record, {10}, destinations));
+    EXPECT_EQ(300u, record.GetPLOGIDestinations().size());
+    EXPECT_NE(std::string::npos, Written(record).find(destinations));
+    ENPIVConfig read;
+    ReadInto(read, Written(record));
+    EXPECT_FALSE(read != record);
 }
 
 TEST(ENPIVConfig, PackedFieldsLeaveTheOtherBitsOfTheirWord)

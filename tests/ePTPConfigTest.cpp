@@ -417,16 +417,7 @@ TEST(EPTPConfig, IsLeaf34OfItsInterface)
 TEST(EPTPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
 {
     RecordedInterface recorded;
-    EPTPConfig record;
-    record.SetParent(&recorded.interface);
-    EPTPConfig const copy(record);
-    EXPECT_EQ(&recorded.interface, copy.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.SetPriority1(1);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
-    record.SetParent(nullptr);
-    record.SetPriority1(2);
-    EXPECT_EQ(1u, recorded.recorder->calls.size());
+    ExpectParentSetSilently<EPTPConfig>(*recorded.recorder, recorded.interface, [](auto& r) { r.SetPriority1(1); });
 }
 
 namespace {

@@ -34,7 +34,7 @@ bool EObsoleteGreTunnel::operator!=(EObsoleteGreTunnel const& other) const
 
 EInterfaceTableHooks& EObsoleteGreTunnel::GetHooks() const
 {
-    return m_parent ? m_parent->GetHooks() : HooksOf(nullptr);
+    return m_parent ? m_parent->GetHooks() : IgnoringHooks();
 }
 
 static EArchiveSite const kSite = {"x86_64/common/ifcore/eGreTunnel.cpp", 92, "EObsoleteGreTunnel::SerializeIn"};

@@ -9,8 +9,9 @@ template <class Data, class Announced, class Field, class Value>
 static void NotifyOwnerAndStore(Data& data, void (EInterfaceTableHooks::*operation)(EInterfaceItem const&, Announced),
                                 Field& field, Value const& value)
 {
-    if (data.GetParent()) (data.GetHooks().*operation)(*data.GetParent(), static_cast<Announced>(value));
-    field = value;
+    Field next(value);
+    if (data.GetParent()) (data.GetHooks().*operation)(*data.GetParent(), static_cast<Announced>(next));
+    field = std::move(next);
 }
 
 // Ethernet

@@ -10,10 +10,7 @@
 class EInterfaceItem;
 class EInterfaceTableHooks;
 
-// The data of an interface that depends on its kind of link. Each record is created on demand by its interface, which
-// owns it. Setters announce with the interface, hence in silence without one. Copying copies the parent too.
-
-/// RFC 2684 and RFC 2364 encapsulations of an ATM interface. Any value is legal to hold.
+/// Encapsulations of an ATM interface (RFC 2684, PPP RFC 2364, classical IP RFC 2225). Any value is legal to hold.
 enum eAtmEncapsulationMode : unsigned int {
     ATM_ENCAPSULATION_NONE = 0,
     ATM_ENCAPSULATION_VMR_IPV4 = 1,
@@ -36,6 +33,8 @@ enum eAtmEncapsulationMode : unsigned int {
 /// The ATM mode of an interface. The values are the host's; any is legal to hold.
 enum EAtmModeEnum : unsigned int { ATM_MODE_DEFAULT = 0 };
 
+/// What an Ethernet interface has beside the common data. Created on demand by its interface, which owns it; announces
+/// with the interface, hence in silence without one. Copies take the parent too.
 class IFCORE_API EInterfaceData_Ethernet {
 public:
     EInterfaceData_Ethernet() = default;
@@ -69,6 +68,8 @@ private:
     EInterfaceItem* m_parent = nullptr; // not owned
 };
 
+/// What an ATM interface has beside the common data. Created on demand by its interface, which owns it; announces
+/// with the interface, hence in silence without one. Copies take the parent too.
 class IFCORE_API EInterfaceData_Atm {
 public:
     EInterfaceData_Atm() = default;
@@ -102,6 +103,8 @@ private:
     EInterfaceItem* m_parent = nullptr; // not owned
 };
 
+/// What a PPP interface has beside the common data. Created on demand by its interface, which owns it; announces
+/// with the interface, hence in silence without one. Copies take the parent too.
 class IFCORE_API EInterfaceData_Ppp {
 public:
     EInterfaceData_Ppp() = default;
@@ -129,6 +132,8 @@ private:
     EInterfaceItem* m_parent = nullptr; // not owned
 };
 
+/// What a GRE interface (RFC 2784, RFC 2890) has beside the common data. Created on demand by its interface, which owns
+/// it; announces with the interface, hence in silence without one. Copies take the parent too.
 class IFCORE_API EInterfaceData_Gre {
 public:
     EInterfaceData_Gre() = default;
@@ -171,6 +176,8 @@ private:
     EInterfaceItem* m_parent = nullptr; // not owned
 };
 
+/// What an interface that is reached through another one has beside the common data. Created on demand by its
+/// interface, which owns it; announces with the interface, hence in silence without one. Copies take the parent too.
 class IFCORE_API EInterfaceData_Routed {
 public:
     EInterfaceData_Routed() = default;

@@ -5,10 +5,8 @@
 
 EIPAddress EInterfaceItem::Values::NoIPv6Gateway()
 {
-    static unsigned char const zero[16] = {};
-    EIPAddress address;
-    address.SetAddress(zero, 18); // IPv6
-    return address;
+    static EIPAddress const none = EIPv6AddressItem().GetAddress();
+    return none;
 }
 
 template <class Record> static std::unique_ptr<Record> Clone(std::unique_ptr<Record> const& record)
@@ -202,7 +200,7 @@ EIPv6AddressItem* EInterfaceItem::FindIPv6AddressItem(EIPAddress const& address)
 unsigned int EInterfaceItem::AddIPv6AddressItem(EIPv6AddressItem const& item)
 {
     unsigned int const id = m_ipv6.AddItem(item);
-    if (EIPv6AddressItem const* const stored = m_ipv6.GetItem(id)) GetHooks().AddingIPv6AddressItem(*stored);
+    if (id != 0) GetHooks().AddingIPv6AddressItem(*m_ipv6.GetItem(id));
     return id;
 }
 
@@ -563,9 +561,8 @@ void EInterfaceItem::SetDCBXConfig(EDCBXConfig const& config)
 
 void EInterfaceItem::SetLLDPConfig(ELLDPConfig const& config)
 {
-    ELLDPConfig& current = Ensure(m_lldp, this);
-    GetHooks().SettingLLDPConfig(current, config); // here, since this record's own assignment is silent
-    current = config;
+    // Announced here, since this record's own assignment is silent.
+    NotifyAndSwap(Ensure(m_lldp, this), &EInterfaceTableHooks::SettingLLDPConfig, ELLDPConfig(config));
 }
 
 ENPIVConfig const& EInterfaceItem::NPIVOrDefault() const

@@ -90,8 +90,11 @@ public:
     EIPv6AddressItem* GetIPv6AddressItem(unsigned int id) { return m_ipv6.GetItem(id); }
     EIPv6AddressItem const* FindIPv6AddressItem(EIPAddress const& address) const; ///< Null without one.
     EIPv6AddressItem* FindIPv6AddressItem(EIPAddress const& address);
-    /// Stores first and then announces the stored record, which knows its id and parent by then.
+    /// Stores first and then announces the stored record, which knows its id and parent by then. 0, with nothing added,
+    /// when the ids are used up.
     unsigned int AddIPv6AddressItem(EIPv6AddressItem const& item);
+    /// Replaces the item, which keeps its id and parent; announced by the record. False without one of that id.
+    bool SetIPv6AddressItem(unsigned int id, EIPv6AddressItem const& item);
     bool RemoveIPv6AddressItem(unsigned int id); ///< Announced while it is still there; false when it is not.
     ///@}
 
@@ -102,7 +105,6 @@ public:
     bool SetDHCPv6Properties(unsigned int leaf, EDHCPv6Properties const& properties); ///< 26
     bool SetFCoEConfig(unsigned int leaf, EFCoEConfig const& config);                 ///< 31
     bool SetNPIVConfig(unsigned int leaf, ENPIVConfig const& config);                 ///< 32
-    bool SetIPv6AddressItem(unsigned int id, EIPv6AddressItem const& item);           ///< Replaces the item of that id.
     ///@}
 
     /// \name Ethernet data; absent: MAC zero, no VLANs, MTU 1500, UID from MAC
@@ -234,7 +236,8 @@ public:
     ///@}
 
     void SerializeOut(EArchive& archive) const;
-    /// Empties first. An unknown version and an unknown tag of per-type data end the process.
+    /// Empties first; the local id becomes that of the archive, the parent stays. An unknown version and an unknown tag
+    /// of per-type data end the process.
     void SerializeIn(EArchive& archive);
     /// One field by the first sub-id, 2 to 38. A contained record (6, 24, 26, 31, 32, 34, 36, 38) is read whole when
     /// the range ends there, and edited with the rest of the range otherwise. False: no such field.

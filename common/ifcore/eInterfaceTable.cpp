@@ -131,7 +131,7 @@ void EInterfaceTable::SetVlanIdEnabled(bool enabled)
 unsigned int EInterfaceTable::AddInterfaceItem(EInterfaceItem const& item)
 {
     unsigned int const id = AddItem(item);
-    if (EInterfaceItem const* const stored = GetItem(id)) GetHooks().AddingInterfaceItem(*stored);
+    if (id != 0) GetHooks().AddingInterfaceItem(*GetItem(id));
     return id;
 }
 
@@ -227,8 +227,7 @@ EInterfaceItem const* EInterfaceTable::FindConnectedInterfaceByIP(EIPAddress con
 
 EInterfaceTableHooks& EInterfaceTable::GetHooks() const
 {
-    static EIgnoreInterfaceTableHooks ignoring;
-    return m_hooks ? *m_hooks : ignoring;
+    return m_hooks ? *m_hooks : IgnoringHooks();
 }
 
 static char const* NameOrEmpty(char const* name)
@@ -339,10 +338,10 @@ public:
             }
         }
     }
-    unsigned int Find(EIPAddress const& address) const ///< 0 without one
+    unsigned int const* Find(EIPAddress const& address) const ///< Its id; null without one
     {
         auto const found = m_ids.find(address);
-        return found == m_ids.end() ? 0 : found->second;
+        return found == m_ids.end() ? nullptr : &found->second;
     }
 
 private:
@@ -359,7 +358,8 @@ void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
         if (item.GetType() == INTERFACE_TYPE_GRE || item.GetType() == INTERFACE_TYPE_UNCONNECTED) continue;
         EIPAddress const& gateway = item.GetIPv4AddressItem().GetGateway();
         if (gateway.IsZero() || HasAddress(item, gateway)) continue; // its own gateway is not reached through another
-        EInterfaceItem const* const via = GetItem(connected.Find(gateway));
+        unsigned int const* const viaId = connected.Find(gateway);
+        EInterfaceItem const* const via = viaId ? GetItem(*viaId) : nullptr;
         if (!via) continue;
         EComponentId id;
         via->GetID(id);

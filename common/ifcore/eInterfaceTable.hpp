@@ -94,7 +94,8 @@ public:
     EInterfaceItemList& GetInterfaceItemList() { return *this; }
     EInterfaceItem const* GetInterfaceItem(unsigned int id) const { return GetItem(id); }
     EInterfaceItem* GetInterfaceItem(unsigned int id) { return GetItem(id); }
-    /// Stores first and then announces the stored item, which knows its id and parent by then.
+    /// Stores first and then announces the stored item, which knows its id and parent by then. 0, with nothing added,
+    /// when the ids are used up.
     unsigned int AddInterfaceItem(EInterfaceItem const& item);
     bool SetInterfaceItem(unsigned int id, EInterfaceItem const& item); ///< False without one of that id.
     bool RemoveInterfaceItem(unsigned int id); ///< Announced while it is still there; false when it is not.

@@ -141,10 +141,8 @@ bool EInterfaceTable::ExecuteCommand(ESingleCommand const& command, EMultiCompon
     case ACTION_ENABLE:
     case ACTION_DISABLE: return DoEnableCommand(command);
     case ACTION_ADD: {
-        EMultiComponentId list;
-        if (!DoAddCommand(command, list)) return false;
-        if (added) *added = list;
-        return true;
+        EMultiComponentId unwanted;
+        return DoAddCommand(command, added ? *added : unwanted);
     }
     case ACTION_REMOVE: return DoRemoveCommand(command);
     case ACTION_EDIT: return DoEditCommand(command);

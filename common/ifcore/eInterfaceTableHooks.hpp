@@ -28,6 +28,9 @@ class EVLANIPAddressTableItemProperties;
 
 /// Told of every change to an interface table, its interfaces and their records, before the change is made: the first
 /// argument still holds the old value. The few operations that are called after the store say so at their setter.
+/// From inside a call an observer may change the table, but must not remove, replace or empty what it is told of, nor
+/// what owns that. It must outlive the call itself: one that takes itself out of the table keeps a reference until it
+/// returns.
 /// The operations stand in eInterfaceTableHooks.def; their slot order is part of the binary interface.
 class IFCORE_API EInterfaceTableHooks {
 public:

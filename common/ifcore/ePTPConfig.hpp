@@ -119,8 +119,8 @@ public:
     /// Fields that the version does not carry keep their values; nothing is validated.
     /// An unknown version ends the process.
     void SerializeIn(EArchive& archive);
-    /// Sub-ids 1 to 11 and 13 to 19 are the fields in the order of the archive's documentation, 20 to 40 the spare
-    /// ones; 12, the delay mechanism, is not editable on purpose. False: nothing was read.
+    /// Sub-ids 1 to 19 are the fields in the order of their setters, 20 to 40 the spare ones; 12, the delay mechanism,
+    /// is not editable on purpose. False: nothing was read.
     bool ProcessEdit(ESubId first, ESubId last, EArchive& archive);
 
 private:

@@ -3,10 +3,15 @@
 #include "eComponentId.hpp"
 #include "eInterfaceItem.hpp"
 
+EInterfaceTableHooks& IgnoringHooks()
+{
+    static EIgnoreInterfaceTableHooks hooks;
+    return hooks;
+}
+
 EInterfaceTableHooks& HooksOf(EInterfaceItem const* owner)
 {
-    static EIgnoreInterfaceTableHooks ignoring;
-    return owner ? owner->GetHooks() : ignoring;
+    return owner ? owner->GetHooks() : IgnoringHooks();
 }
 
 void GetLeafID(EInterfaceItem const* owner, unsigned int leaf, EComponentId& id)

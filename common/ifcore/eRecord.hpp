@@ -15,6 +15,9 @@
 class EComponentId;
 class EInterfaceItem;
 
+/// The observer that ignores all: one for the process.
+EInterfaceTableHooks& IgnoringHooks();
+
 /// The observer that hears of changes to a record of this interface; one that ignores all without an owner.
 EInterfaceTableHooks& HooksOf(EInterfaceItem const* owner);
 
@@ -56,13 +59,15 @@ template <class... Field> bool Differ(std::tuple<Field&...> const& a, std::tuple
 
 // Announcing.
 
-/// Announces the new value while the record still holds the old one, then stores it.
+/// Announces the new value while the record still holds the old one, then stores it. The copy is made first: what has
+/// been announced cannot fail any more, and \p value may belong to what the observer changes meanwhile.
 template <class Record, class Announced, class Field, class Value>
 void NotifyAndStore(Record& record, void (EInterfaceTableHooks::*operation)(Record const&, Announced), Field& field,
                     Value const& value)
 {
-    (record.GetHooks().*operation)(record, static_cast<Announced>(value));
-    field = value;
+    Field next(value);
+    (record.GetHooks().*operation)(record, static_cast<Announced>(next));
+    field = std::move(next);
 }
 
 /// For fields that share a packed word: on purpose stores the new word first and announces the field's new value

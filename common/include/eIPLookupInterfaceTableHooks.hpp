@@ -111,8 +111,11 @@ public:
     ///@}
 
 private:
-    /// The interfaces that share one address. One bit an id, 64 ids a block and only the blocks that are in use: a
-    /// million interfaces with the address 0.0.0.0 take few allocations, and no operation walks them.
+    static constexpr unsigned int kAnyVlan = 0x1000; // beyond every VLAN id
+
+    /// The interfaces that share one address, each under its VLAN and under kAnyVlan. One bit an id, 64 ids a block and
+    /// only the blocks that are in use: a million interfaces with the address 0.0.0.0 take few allocations, and no
+    /// operation walks them.
     class Sharers {
     public:
         void Add(unsigned int id, unsigned int vlan)
@@ -144,7 +147,6 @@ private:
         unsigned int Lowest() const { return Lowest(kAnyVlan); } ///< 0: none
 
     private:
-        static constexpr unsigned int kAnyVlan = 0x1000; // beyond every VLAN id: each id stands here too
         static constexpr std::uint64_t kBlockSize = 64;
 
         static std::uint64_t KeyOf(unsigned int id, unsigned int vlan) { return std::uint64_t(vlan) << 32 | id; }
@@ -182,7 +184,7 @@ private:
             std::uint32_t const number = NumberOf(key);
             if (number == kNone) return 0;
             Entry const& entry = m_entries[number];
-            if (entry.vlan == kShared) return m_sharers.at(number).Lowest(vlan);
+            if (entry.vlan == kAnyVlan) return m_sharers.at(number).Lowest(vlan);
             return entry.vlan == vlan ? entry.id : 0;
         }
         void Add(Key const& key, unsigned int id, unsigned int vlan)
@@ -194,9 +196,9 @@ private:
             }
             Entry& entry = m_entries[number];
             Sharers& sharers = m_sharers[number];
-            if (entry.vlan != kShared) {
+            if (entry.vlan != kAnyVlan) {
                 sharers.Add(entry.id, entry.vlan);
-                entry.vlan = kShared;
+                entry.vlan = kAnyVlan;
             }
             sharers.Add(id, vlan);
             if (id < entry.id) entry.id = id;
@@ -207,7 +209,7 @@ private:
             std::uint32_t const number = NumberOf(key);
             if (number == kNone) return;
             Entry& entry = m_entries[number];
-            if (entry.vlan == kShared) {
+            if (entry.vlan == kAnyVlan) {
                 // Sharers that have become one stay: the next interface would bring them back.
                 Sharers& sharers = m_sharers.at(number);
                 sharers.Remove(id, vlan);
@@ -223,12 +225,11 @@ private:
 
     private:
         static constexpr std::uint32_t kNone = 0xFFFFFFFF; // the end of a chain
-        static constexpr unsigned int kShared = 0x1000;    // beyond every VLAN id
 
         struct Entry {
             Key key;
             unsigned int id;    // the lowest of those that have the address; 0: the entry is free
-            unsigned int vlan;  // of that interface; kShared: see m_sharers
+            unsigned int vlan;  // of that interface; kAnyVlan: see m_sharers
             std::uint32_t next; // in the chain of the hash value, or of the free entries
         };
 
@@ -244,8 +245,8 @@ private:
         {
             if (m_free == kNone) {
                 if (m_entries.size() == m_heads.size()) Grow();
-                m_free = static_cast<std::uint32_t>(m_entries.size());
                 m_entries.push_back({entry.key, 0, 0, kNone});
+                m_free = static_cast<std::uint32_t>(m_entries.size() - 1);
             }
             std::uint32_t const number = m_free;
             m_free = m_entries[number].next;

@@ -126,8 +126,8 @@ void EBlob::RemoveLeadingBytes(unsigned int count)
 }
 std::string EBlob::GetHexString() const
 {
-    std::string text;
-    for (char const byte : m_bytes) text += Hex(static_cast<unsigned char>(byte), 1, "");
+    std::string text = " "; // on purpose white space at both ends: a host may render so
+    for (char const byte : m_bytes) text += Hex(static_cast<unsigned char>(byte), 1, "") + " ";
     return text;
 }
 bool EBlob::SetHexString(std::string const& text)

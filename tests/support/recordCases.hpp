@@ -55,6 +55,25 @@ template <class Record> void ExpectStoredAndCompared(SetterCase<Record> const& c
     EXPECT_FALSE(copy != changed);
 }
 
+/// SetParent announces nothing; \p change, which the record announces, is then heard by the parent's observer, and by
+/// nobody without a parent. Copy construction takes the parent along.
+template <class Record>
+void ExpectParentSetSilently(Recorder& recorder, EInterfaceItem const& parent,
+                             std::function<void(Record&)> const& change)
+{
+    recorder.Clear();
+    Record record;
+    record.SetParent(&parent);
+    EXPECT_EQ(&parent, record.GetParent());
+    EXPECT_EQ(&parent, Record(record).GetParent());
+    EXPECT_TRUE(recorder.calls.empty());
+    change(record);
+    EXPECT_EQ(1u, recorder.calls.size());
+    record.SetParent(nullptr);
+    change(record);
+    EXPECT_EQ(1u, recorder.calls.size());
+}
+
 /// One editable field: the sub-id, the new value in the archive, and what the edit announces and changes.
 template <class Record> struct EditCase {
     unsigned int subId;

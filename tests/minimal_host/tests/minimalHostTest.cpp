@@ -135,6 +135,23 @@ TEST(MinimalHost, ATableWithEveryKindOfRecordComesBackFromItsArchive)
     EXPECT_EQ(3U, copy.AddInterfaceItem(EInterfaceItem()));
 }
 
+TEST(MinimalHost, ForceValidTrimsTheHexadecimalTextOfTheHost)
+{
+    struct {
+        int object;
+        char const* given;
+        char const* stored;
+    } const cases[] = {{1, "0A 0B 0C 0D", "0b 0c 0d"}, {0, "0A", ""}, {1, " 0A0B0C ", " 0A0B0C "}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.given);
+        EFCNSQuery query;
+        query.SetRequestObject(c.object);
+        query.SetRequestObjectValue(c.given);
+        query.ForceValid();
+        EXPECT_EQ(c.stored, query.GetRequestObjectValue());
+    }
+}
+
 TEST(MinimalHost, SeveralObserversHearEveryChange)
 {
     EInterfaceTable table(7);

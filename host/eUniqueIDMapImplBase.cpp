@@ -1,6 +1,11 @@
 #include "eUniqueIDMapImplBase.hpp"
 
+#include "eUniqueIDIndex.hpp"
+
+#include <new>
 #include <utility>
+
+static std::size_t const kTiny = 16; // containers of so many items have no index
 
 /// Destroys the item unless it was released.
 class EUniqueIDMapImplBase::OwnedItem {
@@ -37,13 +42,17 @@ private:
     EUniqueIDMapImplBase const& m_owner;
 };
 
+EUniqueIDMapImplBase::EUniqueIDMapImplBase() = default;
+
 EUniqueIDMapImplBase::~EUniqueIDMapImplBase() = default;
 
 /// On an exception the container is as before and the item still that of \p item.
 void EUniqueIDMapImplBase::Store(unsigned int id, OwnedItem& item)
 {
     SetParent(item.Get());
-    void*& slot = m_items.try_emplace(m_items.end(), id, nullptr)->second; // ids mostly come in ascending order
+    iterator const position = m_items.try_emplace(m_items.end(), id, nullptr); // ids mostly come in ascending order
+    AddToIndex(position);
+    void*& slot = position->second;
     OwnedItem replaced(*this, std::exchange(slot, item.Release()));
     if (replaced.Get() == slot) replaced.Release(); // it was there already
 }
@@ -53,7 +62,7 @@ unsigned int EUniqueIDMapImplBase::AddOwnedItem(void* item)
     OwnedItem owned(*this, item);
     if (!item) return 0;
     unsigned int id = m_generator.Next();
-    while (id != 0 && m_items.count(id) > 0) id = m_generator.Next();
+    while (id != 0 && IsInUse(id)) id = m_generator.Next();
     if (id == 0) return 0;
     SetLocalId(item, id);
     Store(id, owned);
@@ -76,6 +85,7 @@ void EUniqueIDMapImplBase::Empty()
     m_generator.SkipPast(m_items.rbegin()->first);
     OwnedItems removed(*this);
     removed.items.swap(m_items);
+    RemakeIndex();
 }
 
 void EUniqueIDMapImplBase::Copy(EUniqueIDMapImplBase const& other)
@@ -91,6 +101,7 @@ void EUniqueIDMapImplBase::Copy(EUniqueIDMapImplBase const& other)
         copy.Release();
     }
     m_items.swap(copies.items);
+    RemakeIndex();
     m_generator = other.m_generator;
 }
 
@@ -98,6 +109,8 @@ void EUniqueIDMapImplBase::Swap(EUniqueIDMapImplBase& other)
 {
     if (this == &other) return;
     m_items.swap(other.m_items);
+    m_index.swap(other.m_index); // its iterators belong to the items and go with them
+    std::swap(m_unindexed, other.m_unindexed);
     std::swap(m_generator, other.m_generator);
     SetItemParents();
     other.SetItemParents();
@@ -108,7 +121,9 @@ bool EUniqueIDMapImplBase::RemoveItem(iterator const& position)
     if (position == m_items.end()) return false;
     OwnedItem const removed(*this, position->second);
     m_generator.SkipPast(position->first);
+    if (m_index) m_index->Remove(position->first);
     m_items.erase(position);
+    if (m_index && m_index->IsTooLargeFor(m_items.size())) RemakeIndex();
     return true;
 }
 
@@ -131,4 +146,50 @@ void EUniqueIDMapImplBase::SerializeOut(EArchive& archive) const
 {
     archive << m_generator << static_cast<unsigned long>(m_items.size());
     for (auto const& entry : m_items) SerializeItemOut(entry.second, archive);
+}
+
+// The index
+
+bool EUniqueIDMapImplBase::IsInUse(unsigned int id) const
+{
+    // New ids are mostly greater than all others: nothing has to be looked for.
+    return !m_items.empty() && id <= m_items.rbegin()->first && find(id) != m_items.end();
+}
+
+EUniqueIDMapImplBase::iterator EUniqueIDMapImplBase::FindIndexed(unsigned int id)
+{
+    if (!m_index->Covers(id)) return m_items.find(id);
+    auto const& position = m_index->At(id);
+    return position ? *position : m_items.end();
+}
+
+EUniqueIDMapImplBase::const_iterator EUniqueIDMapImplBase::FindIndexed(unsigned int id) const
+{
+    if (!m_index->Covers(id)) return m_items.find(id);
+    auto const& position = m_index->At(id);
+    return position ? const_iterator(*position) : m_items.end();
+}
+
+/// Makes an index, or a better one, once enough items had to be left to the map: each item pays for a few others.
+void EUniqueIDMapImplBase::AddToIndex(iterator added) noexcept
+{
+    if (m_items.size() <= kTiny) return;
+    try {
+        if (m_index && m_index->Add(m_items, added)) return;
+    } catch (std::bad_alloc const&) {
+        m_index.reset(); // the map has them all
+    }
+    if (++m_unindexed > m_items.size() / 4) RemakeIndex();
+}
+
+void EUniqueIDMapImplBase::RemakeIndex() noexcept
+{
+    m_unindexed = 0;
+    m_index.reset();
+    if (m_items.size() <= kTiny) return;
+    try {
+        m_index = std::make_unique<EUniqueIDIndex>(m_items);
+    } catch (std::bad_alloc const&) {
+        // none: the map has them all
+    }
 }

@@ -6,6 +6,9 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
+
+class EUniqueIDIndex;
 
 /// The untyped core of a container that owns items under 32-bit ids; what depends on the items' type is a callback.
 ///
@@ -18,7 +21,7 @@ public:
     typedef Map::iterator iterator;
     typedef Map::const_iterator const_iterator;
 
-    EUniqueIDMapImplBase() = default;
+    EUniqueIDMapImplBase();
     EUniqueIDMapImplBase(EUniqueIDMapImplBase const&) = delete; // copying needs the callbacks: assign instead
     virtual ~EUniqueIDMapImplBase();
 
@@ -53,8 +56,9 @@ public:
     /// Exchanges items and generators; all items are told their new parent.
     void Swap(EUniqueIDMapImplBase& other);
 
-    iterator find(unsigned int id) { return m_items.find(id); }
-    const_iterator find(unsigned int id) const { return m_items.find(id); }
+    /// In constant time in all but tiny containers, when the ids are not scattered.
+    iterator find(unsigned int id) { return m_index ? FindIndexed(id) : m_items.find(id); }
+    const_iterator find(unsigned int id) const { return m_index ? FindIndexed(id) : m_items.find(id); }
     iterator begin() { return m_items.begin(); } ///< Ascending ids.
     const_iterator begin() const { return m_items.begin(); }
     iterator end() { return m_items.end(); }
@@ -85,7 +89,14 @@ private:
     class OwnedItem;
     class OwnedItems;
     void Store(unsigned int id, OwnedItem& item);
+    bool IsInUse(unsigned int id) const;
+    iterator FindIndexed(unsigned int id);
+    const_iterator FindIndexed(unsigned int id) const;
+    void AddToIndex(iterator added) noexcept;
+    void RemakeIndex() noexcept;
 
     Map m_items; // owned, never null
     EUniqueIDGenerator m_generator;
+    unsigned int m_unindexed = 0;            // items added since the index was made that it does not cover
+    std::unique_ptr<EUniqueIDIndex> m_index; // null: the map is walked, as in tiny containers
 };

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <ifcore/ifcore.hpp>
+
+#include <memory>
+
+/// A table of port 1 whose interfaces have the ids 1 to \p count, each with a MAC address, a VLAN, an IPv4 address with
+/// gateway and one IPv6 address. All addresses are distinct.
+std::unique_ptr<EInterfaceTable> SampleTable(unsigned int count);
+
+/// The IPv4 and the IPv6 address of the interface of that id.
+EIPAddress SampleIPv4(unsigned int id);
+EIPAddress SampleIPv6(unsigned int id);

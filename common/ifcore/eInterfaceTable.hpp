@@ -206,7 +206,9 @@ public:
     ///@}
 
     /// \name Host commands
-    /// False: the target was not found or did not accept the command, and nothing was changed.
+    /// False: the target was not found or did not accept the command, and nothing was changed; but an edit that goes
+    /// through an interface into a record created on demand creates it, accepted or not. EArchiveError of the host: the
+    /// data end too early or do not fit, and the target is as it was.
     ///@{
     /// \p added, when not null, receives the path of the list that the new record went into; untouched by other
     /// actions.

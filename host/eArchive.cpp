@@ -76,17 +76,6 @@ EBlob EArchive::GetAsEBlob() const
     return EBlob(m_data, static_cast<unsigned int>(m_size));
 }
 
-std::size_t EArchive::ReadCount()
-{
-    std::size_t const start = m_position;
-    unsigned long count = 0;
-    *this >> count;
-    if (count > GetRemaining())
-        Fail(start, "a count of at most the " + std::to_string(GetRemaining()) + " bytes that remain",
-             std::to_string(count));
-    return count;
-}
-
 void EArchive::Fail(std::size_t offset, std::string const& wanted, std::string const& found)
 {
     m_position = offset;
@@ -95,25 +84,46 @@ void EArchive::Fail(std::size_t offset, std::string const& wanted, std::string c
 
 unsigned long EArchive::ReadWidePattern(unsigned long largest, char const* type)
 {
-    if (m_storing) return 0;
-    std::size_t const start = m_position;
-    if (start == m_size) Fail(start, type, "the end");
-    unsigned int const first = m_data[start];
-    unsigned int const width = first > kLargestSingle ? first - kLargestSingle : 0; // bytes behind the first
-    unsigned long pattern = first;
-    if (width > 0) {
-        std::size_t const present = m_size - start - 1;
-        if (present < width)
-            Fail(start, type, std::to_string(present) + " of the " + std::to_string(width) + " bytes of a number");
-        pattern = 0;
-        for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | m_data[start + i];
-        unsigned long const least = width == 1 ? kLargestSingle + 1 : 1UL << 8 * (width - 1);
-        if (pattern < least) Fail(start, type, std::to_string(pattern) + " in a form longer than its shortest");
+    if (m_position == m_readLimit) {
+        if (m_storing) return 0;
+        FailPattern(largest, type, 0, 0);
     }
-    if (pattern > largest)
-        Fail(start, std::string(type) + " of at most " + std::to_string(largest), std::to_string(pattern));
-    m_position = start + 1 + width;
+    unsigned char const* const bytes = m_data + m_position;
+    std::size_t const present = m_readLimit - m_position - 1; // behind the first
+    unsigned int const width = bytes[0] > kLargestSingle ? bytes[0] - kLargestSingle : 0;
+    unsigned long pattern = bytes[0];
+    if (width > 0) {
+        if (present >= sizeof pattern) { // one load, whatever the width
+            std::memcpy(&pattern, bytes + 1, sizeof pattern);
+            pattern = be64toh(pattern) >> (64 - 8 * width);
+        } else {
+            if (present < width) FailPattern(largest, type, width, 0);
+            pattern = 0;
+            for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | bytes[i];
+        }
+    }
+    if (pattern < LeastPattern(width) || pattern > largest) FailPattern(largest, type, width, pattern);
+    m_position += 1 + width;
     return pattern;
+}
+
+/// Says why the integer at the position cannot be read: \p width bytes behind the first, which make \p pattern.
+void EArchive::FailPattern(unsigned long largest, char const* type, unsigned int width, unsigned long pattern)
+{
+    std::size_t const start = m_position;
+    if (AtEnd()) Fail(start, type, "the end");
+    std::size_t const present = GetRemaining() - 1;
+    if (present < width)
+        Fail(start, type, std::to_string(present) + " of the " + std::to_string(width) + " bytes of a number");
+    if (pattern < LeastPattern(width))
+        Fail(start, type, std::to_string(pattern) + " in a form longer than its shortest");
+    Fail(start, std::string(type) + " of at most " + std::to_string(largest), std::to_string(pattern));
+}
+
+void EArchive::FailCount(std::size_t offset, unsigned long count)
+{
+    Fail(offset, "a count of at most the " + std::to_string(GetRemaining()) + " bytes that remain",
+         std::to_string(count));
 }
 
 unsigned char const* EArchive::FailBytes(std::size_t count)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cstdio>
+#include <cstring>
 #include <stdexcept>
 
 static unsigned int AddressSize(unsigned int family) // bytes
@@ -26,7 +27,13 @@ void EIPAddress::SetAddress(unsigned char const* bytes, unsigned int count, unsi
 {
     if (family != kIPv4 && family != kIPv6) throw std::invalid_argument("address family " + std::to_string(family));
     std::array<unsigned char, 16> address = {}; // bytes may be this address's own
-    if (bytes) std::copy_n(bytes, std::min(count, AddressSize(family)), address.begin());
+    std::size_t const size = bytes ? std::min(count, AddressSize(family)) : 0;
+    if (size == 16) // a constant size is copied without a call, and whole addresses are what mostly comes
+        std::memcpy(address.data(), bytes, 16);
+    else if (size == 4)
+        std::memcpy(address.data(), bytes, 4);
+    else
+        std::copy_n(bytes, size, address.begin());
     m_bytes = address;
     m_family = family;
 }

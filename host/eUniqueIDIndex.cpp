@@ -1,6 +1,7 @@
 #include "eUniqueIDIndex.hpp"
 
 #include <iterator>
+#include <new>
 
 EUniqueIDIndex::EUniqueIDIndex(Map& items)
 {
@@ -25,6 +26,19 @@ EUniqueIDIndex::EUniqueIDIndex(Map& items)
     for (Map::iterator item = bestFirst; item != end; ++item) m_slots[OffsetOf(item->first)] = item;
 }
 
+std::unique_ptr<EUniqueIDIndex> EUniqueIDIndex::EmptyLike(EUniqueIDIndex const* other) noexcept
+{
+    if (!other) return nullptr;
+    try {
+        std::unique_ptr<EUniqueIDIndex> index(new EUniqueIDIndex);
+        index->m_first = other->m_first;
+        index->m_slots.resize(other->m_slots.size());
+        return index;
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
+
 bool EUniqueIDIndex::Add(Map& items, Map::iterator added)
 {
     std::size_t const offset = OffsetOf(added->first);
@@ -32,9 +46,10 @@ bool EUniqueIDIndex::Add(Map& items, Map::iterator added)
     if (offset >= covered) {
         if (added->first < m_first || offset >= kSlotsPerItem * items.size()) return false;
         m_slots.resize(offset + 1);
-        // Items that were too far away when they were added
-        for (Map::iterator item = added; offset > covered && (--item)->first - m_first >= covered;)
-            m_slots[OffsetOf(item->first)] = item;
+        if (offset > covered) { // between them may be items that were too far away when they were added
+            Map::iterator item = items.lower_bound(m_first + static_cast<unsigned int>(covered));
+            for (; item != added; ++item) m_slots[OffsetOf(item->first)] = item;
+        }
     }
     m_slots[offset] = added;
     return true;

@@ -85,23 +85,26 @@ void EUniqueIDMapImplBase::Empty()
     m_generator.SkipPast(m_items.rbegin()->first);
     OwnedItems removed(*this);
     removed.items.swap(m_items);
-    RemakeIndex();
+    RemakeIndex(); // there is nothing to make one of
 }
 
 void EUniqueIDMapImplBase::Copy(EUniqueIDMapImplBase const& other)
 {
     if (this == &other) return;
+    std::unique_ptr<EUniqueIDIndex> index = EUniqueIDIndex::EmptyLike(other.m_index.get());
     OwnedItems copies(*this); // and, in the end, the items that were here before
     for (auto const& [id, item] : other.m_items) {
         OwnedItem copy(*this, CreateNewItem(static_cast<void const*>(item)));
         if (!copy.Get()) continue;
         SetLocalId(copy.Get(), id);
         SetParent(copy.Get());
-        copies.items.try_emplace(copies.items.end(), id, copy.Get());
+        iterator const position = copies.items.try_emplace(copies.items.end(), id, copy.Get());
         copy.Release();
+        if (index) index->Put(position);
     }
     m_items.swap(copies.items);
-    RemakeIndex();
+    m_index.swap(index);
+    m_unindexed = other.m_unindexed;
     m_generator = other.m_generator;
 }
 
@@ -173,7 +176,7 @@ EUniqueIDMapImplBase::const_iterator EUniqueIDMapImplBase::FindIndexed(unsigned 
 /// Makes an index, or a better one, once enough items had to be left to the map: each item pays for a few others.
 void EUniqueIDMapImplBase::AddToIndex(iterator added) noexcept
 {
-    if (m_items.size() <= kTiny) return;
+    if (!m_index && m_items.size() <= kTiny) return;
     try {
         if (m_index && m_index->Add(m_items, added)) return;
     } catch (std::bad_alloc const&) {

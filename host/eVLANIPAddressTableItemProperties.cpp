@@ -1,9 +1,12 @@
 #include "eVLANIPAddressTableItemProperties.hpp"
 
+#include <utility>
+
 EArchive& operator<<(EArchive& archive, EVLANIPAddressTableItemProperties const& properties)
 {
-    archive << properties.m_enabled << static_cast<unsigned long>(properties.m_tags.size());
-    for (unsigned short tag : properties.m_tags) archive << tag;
+    unsigned int const levels = properties.GetVLANCount();
+    archive << properties.m_enabled << static_cast<unsigned long>(levels);
+    for (unsigned int level = 0; level < levels; ++level) archive << properties.TagOf(level);
     return archive;
 }
 
@@ -11,8 +14,12 @@ EArchive& operator>>(EArchive& archive, EVLANIPAddressTableItemProperties& prope
 {
     EVLANIPAddressTableItemProperties read;
     archive >> read.m_enabled;
-    read.m_tags.resize(archive.ReadCount());
-    for (unsigned short& tag : read.m_tags) archive >> tag;
+    read.SetVLANCount(static_cast<unsigned int>(archive.ReadCount()));
+    for (unsigned int level = 0; level < read.GetVLANCount(); ++level) {
+        unsigned short tag = 0;
+        archive >> tag;
+        read.SetVlanTag(tag, level);
+    }
     properties = std::move(read);
     return archive;
 }

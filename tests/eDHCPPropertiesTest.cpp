@@ -1,10 +1,10 @@
 #include "eDHCPProperties.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 using Setter = SetterCase<EDHCPProperties>;
 using Record = EDHCPProperties const&;
+using InTable = RecordInTable<EDHCPProperties>;
 
 static std::list<EDHCPTLV> SampleTlvs()
 {
@@ -82,10 +82,7 @@ TEST(EDHCPProperties, StartsWithIPv4AddressesAndFourRetries)
 
 TEST(EDHCPProperties, EverySetterAnnouncesOnceAndThenStores)
 {
-    for (Setter const& c : Setters()) {
-        RecordedInterface recorded;
-        ExpectAnnouncedThenStored(*recorded.recorder, recorded.interface.GetDHCPProperties(), c);
-    }
+    ExpectEachAnnouncedThenStored<InTable>(Setters());
 }
 
 TEST(EDHCPProperties, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
@@ -95,58 +92,42 @@ TEST(EDHCPProperties, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
 
 TEST(EDHCPProperties, AnnouncesAValueThatIsThereAlready)
 {
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPProperties().SetReleaseTimer(0);
-    EXPECT_EQ(std::vector<std::string>{"SettingDhcpReleaseTimer"}, recorded.recorder->Operations());
+    InTable in;
+    in.record.SetReleaseTimer(0);
+    EXPECT_EQ(Heard("SettingDhcpReleaseTimer"), in.recorder->Operations());
 }
 
 TEST(EDHCPProperties, TurnsARetryCountOf0Into1BeforeItIsAnnounced)
 {
-    struct {
-        unsigned int given;
-        unsigned int stored;
-    } const cases[] = {{0, 1}, {1, 1}, {2, 2}, {0xffffffff, 0xffffffff}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.given);
-        RecordedInterface recorded;
-        recorded.interface.GetDHCPProperties().SetRetryCount(c.given);
-        EXPECT_EQ(c.stored, recorded.interface.GetDHCPProperties().GetRetryCount());
-        ASSERT_EQ(1u, recorded.recorder->calls.size());
-        EXPECT_EQ(std::to_string(c.stored), recorded.recorder->calls[0].values);
-    }
+    ExpectCorrected<InTable>(&EDHCPProperties::SetRetryCount, &EDHCPProperties::GetRetryCount,
+                             {{0, 1}, {1, 1}, {2, 2}, {0xffffffff, 0xffffffff}});
 }
 
 TEST(EDHCPProperties, ComparesTheTlvsOneByOneInTheirOrder)
 {
     EDHCPProperties record;
     record.SetDhcpCustomTLVs(SampleTlvs());
-    std::list<EDHCPTLV> const others[] = {{},
-                                          {Tlv(61, Bytes("01 aa"))},
-                                          {Tlv(254, ""), Tlv(61, Bytes("01 aa"))},
-                                          {Tlv(61, Bytes("01 ab")), Tlv(254, "")}};
-    for (std::list<EDHCPTLV> const& tlvs : others) {
-        SCOPED_TRACE(TextOfTlvs(tlvs));
-        EDHCPProperties other;
-        other.SetDhcpCustomTLVs(tlvs);
-        EXPECT_TRUE(record != other);
-    }
+    ExpectEachChangeCompared<EDHCPProperties>(record,
+                                              {
+                                                  [](auto& r) { r.SetDhcpCustomTLVs({}); },
+                                                  [](auto& r) { r.SetDhcpCustomTLVs({Tlv(61, Bytes("01 aa"))}); },
+                                                  [](auto& r) {
+                                                      r.SetDhcpCustomTLVs({Tlv(254, ""), Tlv(61, Bytes("01 aa"))});
+                                                  },
+                                                  [](auto& r) {
+                                                      r.SetDhcpCustomTLVs({Tlv(61, Bytes("01 ab")), Tlv(254, "")});
+                                                  },
+                                              });
 }
 
 TEST(EDHCPProperties, DoesNotCompareTheParent)
 {
-    RecordedInterface recorded;
-    EXPECT_FALSE(recorded.interface.GetDHCPProperties() != EDHCPProperties());
+    ExpectParentNotCompared<EDHCPProperties>();
 }
 
 TEST(EDHCPProperties, IsLeaf24OfItsInterface)
 {
-    RecordedInterface recorded;
-    EComponentId id{9, 9};
-    recorded.interface.GetDHCPProperties().GetID(id);
-    EXPECT_EQ("7.1.1.24", TextOf(id));
-    EDHCPProperties().GetID(id);
-    EXPECT_EQ("24", TextOf(id));
-    EXPECT_EQ(24u, EDHCPProperties().GetLocalId());
+    ExpectLeaf<EDHCPProperties>(24);
 }
 
 TEST(EDHCPProperties, SetsItsParentSilently)
@@ -158,99 +139,34 @@ TEST(EDHCPProperties, SetsItsParentSilently)
 
 TEST(EDHCPProperties, CopyConstructionTakesTheParentAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EDHCPProperties const copy(recorded.interface.GetDHCPProperties());
-    EXPECT_EQ(&recorded.interface, copy.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    InTable const in(SampleV3());
+    ExpectCopyConstructed(*in.recorder, in.record);
 }
-
-namespace {
-/// Keeps the records and lists that it is told of, so that they can be looked at later.
-class ValueKeepingHooks : public EIgnoreInterfaceTableHooks {
-public:
-    std::vector<EDHCPProperties> current;
-    std::vector<EDHCPProperties> next;
-    std::string tlvs; // of the last list that was announced
-    void SettingDhcpProperties(EDHCPProperties const& now, EDHCPProperties const& replacement) override
-    {
-        current.push_back(now);
-        next.push_back(replacement);
-    }
-    void SettingDhcpTLVs(EDHCPProperties const&, std::list<EDHCPTLV> const& announced) override
-    {
-        tlvs = TextOfTlvs(announced);
-    }
-};
-} // namespace
 
 TEST(EDHCPProperties, TheNewTlvsAreShownToTheObserver)
 {
-    RecordedInterface recorded;
-    auto const hooks = boost::make_shared<ValueKeepingHooks>();
-    recorded.table.SetHooks("tlvs", hooks);
-    recorded.interface.GetDHCPProperties().SetDhcpCustomTLVs(SampleTlvs());
-    EXPECT_EQ("61=01aa 254=", hooks->tlvs);
+    InTable in;
+    EXPECT_EQ("61=01aa 254=", ShownToTheObserver<std::list<EDHCPTLV>>(
+                                  *in.recorder, [&] { in.record.SetDhcpCustomTLVs(SampleTlvs()); }, TextOfTlvs));
 }
 
 TEST(EDHCPProperties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
 {
-    struct {
-        char const* name;
-        std::function<void(EDHCPProperties&)> change;
-        EDHCPProperties result;
-    } const cases[] = {
-        {"Copy", [](auto& r) { r.Copy(SampleV3()); }, SampleV3()},
-        {"operator=", [](auto& r) { r = SampleV3(); }, SampleV3()},
-        {"Empty", [](auto& r) { r.Empty(); }, EDHCPProperties()},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordedInterface recorded;
-        EDHCPProperties& record = recorded.interface.GetDHCPProperties();
-        record.SetDHCPVendorId("before");
-        EDHCPProperties const before(record);
-
-        recorded.recorder->Clear();
-        c.change(record);
-        EXPECT_EQ(std::vector<std::string>{"SettingDhcpProperties"}, recorded.recorder->Operations());
-
-        record = before;
-        auto const hooks = boost::make_shared<ValueKeepingHooks>();
-        recorded.table.SetHooks("whole", hooks);
-        c.change(record);
-        ASSERT_EQ(1u, hooks->next.size());
-        EXPECT_FALSE(hooks->current[0] != before);
-        EXPECT_FALSE(hooks->next[0] != c.result);
-        EXPECT_FALSE(record != c.result);
-        EXPECT_EQ(&recorded.interface, record.GetParent());
-    }
+    EDHCPProperties before;
+    before.SetDHCPVendorId("before");
+    ExpectCopyIsOneChange("SettingDhcpProperties", before, SampleV3());
+    ExpectEmptyIsOneChange("SettingDhcpProperties", before);
 }
 
 TEST(EDHCPProperties, AssigningARecordToItselfDoesNothingButCopyAnnounces)
 {
-    RecordedInterface recorded;
-    EDHCPProperties& record = recorded.interface.GetDHCPProperties();
-    record = SampleV3();
-    recorded.recorder->Clear();
-    EDHCPProperties const& itself = record;
-    record = itself;
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.Copy(itself);
-    EXPECT_EQ(std::vector<std::string>{"SettingDhcpProperties"}, recorded.recorder->Operations());
-    EXPECT_FALSE(record != SampleV3());
+    ExpectCopiedToItself(SampleV3(), "", "SettingDhcpProperties");
 }
 
 TEST(EDHCPProperties, SwapExchangesAllButTheParentsAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EDHCPProperties& record = recorded.interface.GetDHCPProperties();
-    EDHCPProperties other = SampleV3();
-    record.Swap(other);
-    EXPECT_FALSE(record != SampleV3());
-    EXPECT_FALSE(other != EDHCPProperties());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    InTable in;
+    ExpectSwapped(*in.recorder, in.record, SampleV3());
 }
 
 TEST(EDHCPPropertiesArchive, WritesVersion3)
@@ -299,22 +215,17 @@ TEST(EDHCPPropertiesArchive, AppendsTheTlvsItReads)
 
 TEST(EDHCPPropertiesArchive, KeepsTheTlvsReadBeforeAFailure)
 {
-    EArchive archive;
-    Load(archive, Bytes("01 00 11 00 00 00 00 00 00  03  01 3d 00 00  01 3e 00 01 aa  01 3f"));
-    EDHCPProperties record;
-    EXPECT_THROW(archive >> record, EArchiveError);
-    EXPECT_EQ("61= 62=aa", TlvText(record));
+    std::string const bytes = Bytes("01 00 11 00 00 00 00 00 00  03  01 3d 00 00  01 3e 00 01 aa  01 3f");
+    EXPECT_EQ("61= 62=aa", TlvText(ReadAsFarAsPossible<EDHCPProperties>(bytes)));
 }
 
 TEST(EDHCPPropertiesArchive, ReadsPastTheSettersAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EDHCPProperties& record = recorded.interface.GetDHCPProperties();
-    ReadInto(record, Bytes("03 00 11 00 00 00 00 11 00 00 00 00 00 11 00 00 00 00 00 00 00"));
-    EXPECT_EQ(0u, record.GetRetryCount());
-    EXPECT_EQ(EIPAddress("0.0.0.0"), record.GetDHCPRelayDestination());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
+    InTable in;
+    ExpectReadSilently(*in.recorder, in.record,
+                       Bytes("03 00 11 00 00 00 00 11 00 00 00 00 00 11 00 00 00 00 00 00 00"));
+    EXPECT_EQ(0u, in.record.GetRetryCount());
+    EXPECT_EQ(EIPAddress("0.0.0.0"), in.record.GetDHCPRelayDestination());
 }
 
 TEST(EDHCPPropertiesArchive, RefusesVersions0And4)
@@ -341,27 +252,25 @@ TEST(EDHCPPropertiesEdit, EverySubIdSetsItsField)
         {8, "09", "SettingDhcpRetryCount", "9", [](Record r) { return TextOf(r.GetRetryCount()); }, "9"},
         {8, "00", "SettingDhcpRetryCount", "1", [](Record r) { return TextOf(r.GetRetryCount()); }, "1"},
     };
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPProperties() = SampleV3();
-    for (auto const& c : cases) ExpectEdited(*recorded.recorder, recorded.interface.GetDHCPProperties(), c);
+    InTable in(SampleV3());
+    for (auto const& c : cases) ExpectEdited(*in.recorder, in.record, c);
+}
+
+TEST(EDHCPPropertiesEdit, HoldsMoreThan255Tlvs)
+{
+    EDHCPProperties record;
+    ExpectHolds300<EDHCPProperties>(record, 5, "01 07 00 00", [](Record r) { return TextOf(r.GetDHCPCustomTLVs()); });
 }
 
 TEST(EDHCPPropertiesEdit, RefusesAllOthersAndReadsNothing)
 {
-    RecordedInterface recorded;
-    for (std::vector<unsigned int> const& subId :
-         std::vector<std::vector<unsigned int>>{{}, {0}, {9}, {10}, {0xffffffff}, {0, 3}})
-        ExpectRefused(*recorded.recorder, recorded.interface.GetDHCPProperties(), subId);
+    InTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {9}, {10}, {0xffffffff}, {0, 3}});
 }
 
 TEST(EDHCPPropertiesEdit, ReadsNoWiderNumberAndNoHalfAList)
 {
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPProperties() = SampleV3();
-    struct {
-        unsigned int subId;
-        char const* hex;
-    } const cases[] = {{3, "fc 01 00 00 00 00"}, {8, "fc 01 00 00 00 00"}, {5, "02  01 0c 00 00  01 0d"}};
-    for (auto const& c : cases)
-        ExpectTooWide(*recorded.recorder, recorded.interface.GetDHCPProperties(), c.subId, c.hex);
+    InTable in(SampleV3());
+    ExpectEachTooWide(*in.recorder, in.record,
+                      {{3, "fc 01 00 00 00 00"}, {8, "fc 01 00 00 00 00"}, {5, "02  01 0c 00 00  01 0d"}});
 }

@@ -1,10 +1,10 @@
 #include "eDHCPv6Properties.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 using Setter = SetterCase<EDHCPv6Properties>;
 using Record = EDHCPv6Properties const&;
+using InTable = RecordInTable<EDHCPv6Properties>;
 
 static std::list<EDHCPTLV> SampleTlvs()
 {
@@ -76,10 +76,7 @@ TEST(EDHCPv6Properties, StartsWithAnIPv4LinkAddressAndTheSitesServers)
 
 TEST(EDHCPv6Properties, EverySetterAnnouncesOnceAndThenStores)
 {
-    for (Setter const& c : Setters()) {
-        RecordedInterface recorded;
-        ExpectAnnouncedThenStored(*recorded.recorder, recorded.interface.GetDHCPv6Properties(), c);
-    }
+    ExpectEachAnnouncedThenStored<InTable>(Setters());
 }
 
 TEST(EDHCPv6Properties, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
@@ -89,40 +86,36 @@ TEST(EDHCPv6Properties, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
 
 TEST(EDHCPv6Properties, AnnouncesAValueThatIsThereAlready)
 {
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPv6Properties().SetIAId(0);
-    EXPECT_EQ(std::vector<std::string>{"SettingDhcpv6IAId"}, recorded.recorder->Operations());
+    InTable in;
+    in.record.SetIAId(0);
+    EXPECT_EQ(Heard("SettingDhcpv6IAId"), in.recorder->Operations());
 }
 
 TEST(EDHCPv6Properties, ComparesTheTlvsOneByOneInTheirOrder)
 {
     EDHCPv6Properties record;
     record.SetDhcpv6CustomTLVs(SampleTlvs());
-    std::list<EDHCPTLV> const others[] = {
-        {}, {Tlv(16, Bytes("07"))}, {Tlv(17, ""), Tlv(16, Bytes("07"))}, {Tlv(16, Bytes("08")), Tlv(17, "")}};
-    for (std::list<EDHCPTLV> const& tlvs : others) {
-        SCOPED_TRACE(TextOfTlvs(tlvs));
-        EDHCPv6Properties other;
-        other.SetDhcpv6CustomTLVs(tlvs);
-        EXPECT_TRUE(record != other);
-    }
+    ExpectEachChangeCompared<EDHCPv6Properties>(record,
+                                                {
+                                                    [](auto& r) { r.SetDhcpv6CustomTLVs({}); },
+                                                    [](auto& r) { r.SetDhcpv6CustomTLVs({Tlv(16, Bytes("07"))}); },
+                                                    [](auto& r) {
+                                                        r.SetDhcpv6CustomTLVs({Tlv(17, ""), Tlv(16, Bytes("07"))});
+                                                    },
+                                                    [](auto& r) {
+                                                        r.SetDhcpv6CustomTLVs({Tlv(16, Bytes("08")), Tlv(17, "")});
+                                                    },
+                                                });
 }
 
 TEST(EDHCPv6Properties, DoesNotCompareTheParent)
 {
-    RecordedInterface recorded;
-    EXPECT_FALSE(recorded.interface.GetDHCPv6Properties() != EDHCPv6Properties());
+    ExpectParentNotCompared<EDHCPv6Properties>();
 }
 
 TEST(EDHCPv6Properties, IsLeaf26OfItsInterface)
 {
-    RecordedInterface recorded;
-    EComponentId id{9, 9};
-    recorded.interface.GetDHCPv6Properties().GetID(id);
-    EXPECT_EQ("7.1.1.26", TextOf(id));
-    EDHCPv6Properties().GetID(id);
-    EXPECT_EQ("26", TextOf(id));
-    EXPECT_EQ(26u, EDHCPv6Properties().GetLocalId());
+    ExpectLeaf<EDHCPv6Properties>(26);
 }
 
 TEST(EDHCPv6Properties, SetsItsParentSilentlyAndCopyConstructionTakesIt)
@@ -132,93 +125,30 @@ TEST(EDHCPv6Properties, SetsItsParentSilentlyAndCopyConstructionTakesIt)
                                                [](auto& r) { r.SetRenewTime(1); });
 }
 
-namespace {
-/// Keeps the records and lists that it is told of, so that they can be looked at later.
-class ValueKeepingHooks : public EIgnoreInterfaceTableHooks {
-public:
-    std::vector<EDHCPv6Properties> current;
-    std::vector<EDHCPv6Properties> next;
-    std::string tlvs; // of the last list that was announced
-    void SettingDhcpv6Properties(EDHCPv6Properties const& now, EDHCPv6Properties const& replacement) override
-    {
-        current.push_back(now);
-        next.push_back(replacement);
-    }
-    void SettingDhcpv6TLVs(EDHCPv6Properties const&, std::list<EDHCPTLV> const& announced) override
-    {
-        tlvs = TextOfTlvs(announced);
-    }
-};
-} // namespace
-
 TEST(EDHCPv6Properties, TheNewTlvsAreShownToTheObserver)
 {
-    RecordedInterface recorded;
-    auto const hooks = boost::make_shared<ValueKeepingHooks>();
-    recorded.table.SetHooks("tlvs", hooks);
-    recorded.interface.GetDHCPv6Properties().SetDhcpv6CustomTLVs(SampleTlvs());
-    EXPECT_EQ("16=07 17=", hooks->tlvs);
+    InTable in;
+    EXPECT_EQ("16=07 17=", ShownToTheObserver<std::list<EDHCPTLV>>(
+                               *in.recorder, [&] { in.record.SetDhcpv6CustomTLVs(SampleTlvs()); }, TextOfTlvs));
 }
 
 TEST(EDHCPv6Properties, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
 {
-    struct {
-        char const* name;
-        std::function<void(EDHCPv6Properties&)> change;
-        EDHCPv6Properties result;
-    } const cases[] = {
-        {"Copy", [](auto& r) { r.Copy(SampleV2()); }, SampleV2()},
-        {"operator=", [](auto& r) { r = SampleV2(); }, SampleV2()},
-        {"Empty", [](auto& r) { r.Empty(); }, EDHCPv6Properties()},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordedInterface recorded;
-        EDHCPv6Properties& record = recorded.interface.GetDHCPv6Properties();
-        record.SetIAId(5);
-        EDHCPv6Properties const before(record);
-
-        recorded.recorder->Clear();
-        c.change(record);
-        EXPECT_EQ(std::vector<std::string>{"SettingDhcpv6Properties"}, recorded.recorder->Operations());
-
-        record = before;
-        auto const hooks = boost::make_shared<ValueKeepingHooks>();
-        recorded.table.SetHooks("whole", hooks);
-        c.change(record);
-        ASSERT_EQ(1u, hooks->next.size());
-        EXPECT_FALSE(hooks->current[0] != before);
-        EXPECT_FALSE(hooks->next[0] != c.result);
-        EXPECT_FALSE(record != c.result);
-        EXPECT_EQ(&recorded.interface, record.GetParent());
-    }
+    EDHCPv6Properties before;
+    before.SetIAId(5);
+    ExpectCopyIsOneChange("SettingDhcpv6Properties", before, SampleV2());
+    ExpectEmptyIsOneChange("SettingDhcpv6Properties", before);
 }
 
 TEST(EDHCPv6Properties, AssigningARecordToItselfDoesNothingButCopyAnnounces)
 {
-    RecordedInterface recorded;
-    EDHCPv6Properties& record = recorded.interface.GetDHCPv6Properties();
-    record = SampleV2();
-    recorded.recorder->Clear();
-    EDHCPv6Properties const& itself = record;
-    record = itself;
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.Copy(itself);
-    EXPECT_EQ(std::vector<std::string>{"SettingDhcpv6Properties"}, recorded.recorder->Operations());
-    EXPECT_FALSE(record != SampleV2());
+    ExpectCopiedToItself(SampleV2(), "", "SettingDhcpv6Properties");
 }
 
 TEST(EDHCPv6Properties, SwapExchangesAllButTheParentsAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EDHCPv6Properties& record = recorded.interface.GetDHCPv6Properties();
-    EDHCPv6Properties other = SampleV2();
-    record.Swap(other);
-    EXPECT_FALSE(record != SampleV2());
-    EXPECT_FALSE(other != EDHCPv6Properties());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    InTable in;
+    ExpectSwapped(*in.recorder, in.record, SampleV2());
 }
 
 TEST(EDHCPv6PropertiesArchive, WritesVersion2)
@@ -255,21 +185,15 @@ TEST(EDHCPv6PropertiesArchive, AppendsTheTlvsItReads)
 
 TEST(EDHCPv6PropertiesArchive, KeepsTheTlvsReadBeforeAFailure)
 {
-    EArchive archive;
-    Load(archive, Bytes("01 00 01 00  03  01 3d 00 00  01 3e 00 01 aa  01 3f"));
-    EDHCPv6Properties record;
-    EXPECT_THROW(archive >> record, EArchiveError);
-    EXPECT_EQ("61= 62=aa", TlvText(record));
+    std::string const bytes = Bytes("01 00 01 00  03  01 3d 00 00  01 3e 00 01 aa  01 3f");
+    EXPECT_EQ("61= 62=aa", TlvText(ReadAsFarAsPossible<EDHCPv6Properties>(bytes)));
 }
 
 TEST(EDHCPv6PropertiesArchive, AnnouncesNothingAndKeepsTheParent)
 {
-    RecordedInterface recorded;
-    EDHCPv6Properties& record = recorded.interface.GetDHCPv6Properties();
-    ReadInto(record, Golden("EDHCPv6Properties.v2.hex"));
-    EXPECT_FALSE(record != SampleV2());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
+    InTable in;
+    ExpectReadSilently(*in.recorder, in.record, Golden("EDHCPv6Properties.v2.hex"));
+    EXPECT_FALSE(in.record != SampleV2());
 }
 
 TEST(EDHCPv6PropertiesArchive, RefusesVersions0And3)
@@ -293,28 +217,27 @@ TEST(EDHCPv6PropertiesEdit, EverySubIdSetsItsField)
         {6, "12 fe 80 00 00 00 00 00 00 00 00 00 00 00 00 00 02", "SettingDhcpv6RelayDestination", "fe80::2",
          [](Record r) { return TextOf(r.GetDHCPv6RelayDestination()); }, "fe80::2"},
     };
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPv6Properties() = SampleV2();
-    for (auto const& c : cases) ExpectEdited(*recorded.recorder, recorded.interface.GetDHCPv6Properties(), c);
+    InTable in(SampleV2());
+    for (auto const& c : cases) ExpectEdited(*in.recorder, in.record, c);
+}
+
+TEST(EDHCPv6PropertiesEdit, HoldsMoreThan255Tlvs)
+{
+    EDHCPv6Properties record;
+    ExpectHolds300<EDHCPv6Properties>(record, 4, "01 07 00 00",
+                                      [](Record r) { return TextOf(r.GetDHCPv6CustomTLVs()); });
 }
 
 TEST(EDHCPv6PropertiesEdit, RefusesAllOthersAndReadsNothing)
 {
-    RecordedInterface recorded;
-    for (std::vector<unsigned int> const& subId :
-         std::vector<std::vector<unsigned int>>{{}, {0}, {7}, {8}, {0xffffffff}, {0, 3}})
-        ExpectRefused(*recorded.recorder, recorded.interface.GetDHCPv6Properties(), subId);
+    InTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {7}, {8}, {0xffffffff}, {0, 3}});
 }
 
 TEST(EDHCPv6PropertiesEdit, ReadsNoWiderNumberAndNoHalfAList)
 {
-    RecordedInterface recorded;
-    recorded.interface.GetDHCPv6Properties() = SampleV2();
-    struct {
-        unsigned int subId;
-        char const* hex;
-    } const cases[] = {
-        {1, "fc 01 00 00 00 00"}, {2, "fc 01 00 00 00 00"}, {3, "fc 01 00 00 00 00"}, {4, "02  01 0c 00 00  01 0d"}};
-    for (auto const& c : cases)
-        ExpectTooWide(*recorded.recorder, recorded.interface.GetDHCPv6Properties(), c.subId, c.hex);
+    InTable in(SampleV2());
+    ExpectEachTooWide(
+        *in.recorder, in.record,
+        {{1, "fc 01 00 00 00 00"}, {2, "fc 01 00 00 00 00"}, {3, "fc 01 00 00 00 00"}, {4, "02  01 0c 00 00  01 0d"}});
 }

@@ -6,20 +6,11 @@
 
 static char const kFile[] = "x86_64/common/ifcore/eFCoEConfig.cpp";
 
-static EFCoEConfig& FCoEOf(EInterfaceItem& interface)
-{
-    return interface.GetFCoEConfig();
-}
-
 /// Gives the record the fields of the golden files up to this version; lists get the elements appended.
 static void ApplySample(EFCoEConfig& record, unsigned int version)
 {
-    record.SetSrcPortWWN(EUID(0x2100001B32000001));
-    record.SetSrcNodeWWN(EUID(0x2000001B32000002));
-    record.SetB2BRxSize(2048);
-    record.SetNsRegistrationEnabled(true);
+    SetSampleLogin(record);
     record.SetPLOGIEnabled(false);
-    record.SetDestNodeId(0xFFFFFC);
     if (version < 2) return;
     record.SetSrcOUI(0x0EFC01);
     if (version < 3) return;
@@ -36,10 +27,7 @@ static void ApplySample(EFCoEConfig& record, unsigned int version)
     record.SetVendorSpecificTLVs(tlvs);
     if (version < 4) return;
     record.SetNSRegOption(SampleNSRegOption());
-    std::vector<EPLOGIDestination> destinations = record.GetPLOGIDestinations();
-    destinations.push_back(SamplePLOGIDestination());
-    destinations.push_back(EPLOGIDestination());
-    record.SetPLOGIDestinations(destinations);
+    AppendSampleDestinations(record);
     if (version < 5) return;
     record.SetKeepAliveEnabled(false);
     record.SetVnPortKeepAliveEnabled(true);
@@ -66,36 +54,16 @@ static EFCoEConfig Sample(unsigned int version = 7)
 static EFCoEConfig Other()
 {
     EFCoEConfig other;
-    other.SetSrcPortWWN(EUID(71));
-    other.SetSrcNodeWWN(EUID(72));
-    other.SetB2BRxSize(73);
-    other.SetSCREnabled(true);
-    other.SetNsRegistrationEnabled(true);
-    other.SetPLOGIEnabled(true);
-    other.SetDestNodeId(74);
-    other.SetSrcOUI(75);
-    other.SetResetFIPDiscoveryNumberOfRetries(76);
+    SetOtherLogin(other);
+    other.SetSrcOUI(81);
+    other.SetResetFIPDiscoveryNumberOfRetries(82);
     other.SetVlanDiscoveryEnabled(true);
     other.SetVlanDiscoveryUntagged(false);
     other.SetKeepAliveEnabled(false);
-    other.SetVnPortKeepAliveEnabled(false);
-    other.SetMaxFCoESize(77);
+    other.SetMaxFCoESize(83);
     other.SetAddressMode(EFCoEConfig::ADDRESS_MODE_SERVER_PROVIDED);
-    other.SetVendorID(EUID(78));
-    other.SetVendorSpecificTLVs({Tlv(79, Bytes("79"))});
-    ENSRegOption option;
-    option.SetOptions(80);
-    other.SetNSRegOption(option);
-    EPLOGIDestination destination;
-    destination.SetDestNodeId(81);
-    other.SetPLOGIDestinations({destination});
-    EFCNSQuery query;
-    query.SetCommand(82);
-    other.SetFCNSQuery(query);
-    other.SetPRLIEnable(true);
-    other.SetAutoPLOGIEnable(true);
-    other.SetNSQueryEnable(true);
-    other.SetFCSCROption(static_cast<EFCoEConfig::eSCROptions>(83));
+    other.SetVendorID(EUID(84));
+    other.SetVendorSpecificTLVs({Tlv(85, Bytes("79"))});
     EXPECT_TRUE(Edit(other, {24}, Bytes("54")));
     return other;
 }
@@ -110,9 +78,7 @@ static EFCoEConfig WithWords(std::string const& keepAliveWord, std::string const
 }
 
 using Field = FieldCase<EFCoEConfig>;
-
-#define SHOWS(getter) [](EFCoEConfig const& record) { return TextOf(record.getter()); }
-#define SETS(call) [](EFCoEConfig& record) { record.call; }
+using InTable = RecordInTable<EFCoEConfig>;
 
 static std::vector<Field> const kFields = {
     {1, "FF 21 00 00 1B 32 00 00 01", SETS(SetSrcPortWWN(EUID(0x2100001B32000001))), SHOWS(GetSrcPortWWN),
@@ -169,62 +135,31 @@ static std::vector<Field> const kFields = {
 
 TEST(EFCoEConfig, SettersAnnounceOnceAndOnlyPackedFieldsAreStoredBefore)
 {
-    for (Field const& field : kFields) {
-        SCOPED_TRACE(field.operation);
-        ExpectAnnounced<EFCoEConfig>(field, FCoEOf, field.set);
-    }
+    ExpectSettersAnnounce(kFields);
 }
 
 TEST(EFCoEConfig, EditsSetOneFieldEach)
 {
-    for (Field const& field : kFields) {
-        SCOPED_TRACE(field.subId);
-        ExpectAnnounced<EFCoEConfig>(field, FCoEOf, [&field](EFCoEConfig& record) {
-            EXPECT_TRUE(Edit(record, {field.subId, 99}, Bytes(field.data))); // the second sub-id does not count
-        });
-    }
+    ExpectEditsAnnounce(kFields);
 }
 
 TEST(EFCoEConfig, SettersStoreWithoutAParentToo)
 {
-    for (Field const& field : kFields) {
-        SCOPED_TRACE(field.operation);
-        EFCoEConfig record;
-        field.set(record);
-        EXPECT_EQ(field.after, field.shown(record));
-    }
+    ExpectSettersStoreWithoutAParent(kFields);
 }
 
 TEST(EFCoEConfig, IsComparedInAllItsFields)
 {
-    for (Field const& field : kFields) {
-        SCOPED_TRACE(field.operation);
-        EFCoEConfig changed;
-        EXPECT_FALSE(changed != EFCoEConfig());
-        field.set(changed);
-        EXPECT_TRUE(changed != EFCoEConfig());
-        EXPECT_TRUE(EFCoEConfig() != changed);
-    }
-    EFCoEConfig changed;
-    ASSERT_TRUE(Edit(changed, {24}, Bytes("01")));
-    EXPECT_TRUE(changed != EFCoEConfig());
-
-    RecordedInterface recorded;
-    EXPECT_FALSE(recorded.interface.GetFCoEConfig() != EFCoEConfig()); // the parent is not compared
+    ExpectFieldsCompared(kFields);
+    ExpectEachChangeCompared<EFCoEConfig>({}, {[](auto& record) { ASSERT_TRUE(Edit(record, {24}, Bytes("01"))); }});
+    ExpectParentNotCompared<EFCoEConfig>();
 }
 
 TEST(EFCoEConfig, ListsAreComparedElementByElement)
 {
-    EFCoEConfig one = Sample();
-    EFCoEConfig other = Sample();
-    EXPECT_FALSE(one != other);
-    other.SetVendorSpecificTLVs({Tlv(13, Bytes("AB CD")), Tlv(254, Bytes("00"))});
-    EXPECT_TRUE(one != other);
-    other = one;
-    other.SetPLOGIDestinations({SamplePLOGIDestination(), SamplePLOGIDestination()});
-    EXPECT_TRUE(one != other);
-    other.SetPLOGIDestinations({EPLOGIDestination(), SamplePLOGIDestination()});
-    EXPECT_TRUE(one != other);
+    ExpectEachChangeCompared<EFCoEConfig>(
+        Sample(), {SETS(SetVendorSpecificTLVs({Tlv(13, Bytes("AB CD")), Tlv(254, Bytes("00"))}))});
+    ExpectDestinationsCompared(Sample());
 }
 
 TEST(EFCoEConfig, EditedListsHoldWhatWasRead)
@@ -234,84 +169,43 @@ TEST(EFCoEConfig, EditedListsHoldWhatWasRead)
     ASSERT_EQ(2u, record.GetVendorSpecificTLVs().size());
     EXPECT_FALSE(record.GetVendorSpecificTLVs().front() != Tlv(7, Bytes("AB")));
     EXPECT_FALSE(record.GetVendorSpecificTLVs().back() != Tlv(8, ""));
-    ASSERT_TRUE(
-        Edit(record, {18}, Bytes("01 FB 12 29 20 08 01 FB FF FF FF FE FA 01 02 03 FF 50 01 43 80 11 22 33 44")));
-    ASSERT_EQ(1u, record.GetPLOGIDestinations().size());
-    EXPECT_FALSE(record.GetPLOGIDestinations()[0] != SamplePLOGIDestination());
     ASSERT_TRUE(Edit(record, {16}, Bytes("00")));
     EXPECT_TRUE(record.GetVendorSpecificTLVs().empty());
-    ASSERT_TRUE(Edit(record, {18}, Bytes("00")));
-    EXPECT_TRUE(record.GetPLOGIDestinations().empty());
+    ExpectDestinationsEdited(Other(), 18);
 }
 
 TEST(EFCoEConfig, Edit24IsStoredAndNobodyIsTold)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-    recorded.recorder->Clear();
-    EXPECT_TRUE(Edit(record, {24}, Bytes("FB DE AD BE EF")));
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_TRUE(record != EFCoEConfig());
+    InTable in;
+    EXPECT_TRUE(Edit(in.record, {24}, Bytes("FB DE AD BE EF")));
+    EXPECT_TRUE(in.recorder->calls.empty());
+    EXPECT_TRUE(in.record != EFCoEConfig());
     // The sixth value of the archive.
-    EXPECT_NE(std::string::npos, Written(record).find(Bytes("00 02 FB DE AD BE EF 01 03 00")));
+    EXPECT_NE(std::string::npos, Written(in.record).find(Bytes("00 02 FB DE AD BE EF 01 03 00")));
 }
 
 TEST(EFCoEConfig, RefusesOtherEditsAndReadsNothing)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = FCoEOf(recorded.interface);
-    for (std::vector<unsigned int> const& subIds :
-         {std::vector<unsigned int>{}, {0}, {28}, {0, 1}, {std::numeric_limits<unsigned int>::max()}})
-        ExpectRefused(*recorded.recorder, record, subIds);
+    InTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {28}, {0, 1}, {std::numeric_limits<unsigned int>::max()}});
 }
 
 TEST(EFCoEConfig, AnEditWhoseValueIsTooWideChangesNothing)
 {
-    struct {
-        unsigned int subId;
-        char const* hex;
-    } const cases[] = {{4, "02"},
-                       {5, "02"},
-                       {6, "02"},
-                       {9, "02"},
-                       {10, "02"},
-                       {11, "02"},
-                       {12, "02"},
-                       {19, "02"},
-                       {20, "02"},
-                       {22, "02"},
-                       {25, "02"},
-                       {26, "02"},
-                       {13, "FA 01 00 00"},
-                       {27, "FA 01 00 00"},
-                       {3, "FC 01 00 00 00 00"},
-                       {7, "FC 01 00 00 00 00"},
-                       {8, "FC 01 00 00 00 00"},
-                       {14, "FC 01 00 00 00 00"},
-                       {23, "FC 01 00 00 00 00"},
-                       {24, "FC 01 00 00 00 00"}};
-    RecordedInterface recorded;
-    for (auto const& c : cases) ExpectTooWide(*recorded.recorder, FCoEOf(recorded.interface), c.subId, c.hex);
+    std::vector<RawEdit> edits = {{13, "FA 01 00 00"}, {27, "FA 01 00 00"}};
+    for (unsigned int const subId : {4u, 5u, 6u, 9u, 10u, 11u, 12u, 19u, 20u, 22u, 25u, 26u})
+        edits.push_back({subId, "02"});
+    for (unsigned int const subId : {3u, 7u, 8u, 14u, 23u, 24u}) edits.push_back({subId, "FC 01 00 00 00 00"});
+    InTable in;
+    ExpectEachTooWide(*in.recorder, in.record, edits);
 }
 
 TEST(EFCoEConfig, ListsHoldMoreThan255Elements)
 {
-    std::string tlvs = Bytes("F9 01 2C");
-    std::string destinations = Bytes("F9 01 2C");
-    for (int i = 0; i < 300; ++i) {
-        tlvs += Bytes("01 07 00 00");
-        destinations += Bytes("FB 12 29 20 08 01 00 00 00");
-    }
     EFCoEConfig record;
-    EXPECT_TRUE(Edit(record, {16}, tlvs));
-    EXPECT_TRUE(Edit(record, {18}, destinations));
+    ExpectHolds300<EFCoEConfig>(record, 16, "01 07 00 00", SHOWS(GetVendorSpecificTLVs));
+    ExpectHolds300<EFCoEConfig>(record, 18, "FB 12 29 20 08 01 00 00 00", SHOWS(GetPLOGIDestinations));
     EXPECT_EQ(300u, record.GetVendorSpecificTLVs().size());
-    EXPECT_EQ(300u, record.GetPLOGIDestinations().size());
-    EXPECT_NE(std::string::npos, Written(record).find(tlvs));
-    EXPECT_NE(std::string::npos, Written(record).find(destinations));
-    EFCoEConfig read;
-    ReadInto(read, Written(record));
-    EXPECT_FALSE(read != record);
 }
 
 TEST(EFCoEConfig, PackedFieldsLeaveTheOtherBitsOfTheirWord)
@@ -359,122 +253,50 @@ TEST(EFCoEConfig, PackedFieldsLeaveTheOtherBitsOfTheirWord)
 
 TEST(EFCoEConfig, DisablingFIPLeavesResetAndRetriesAndItsObserverSeesItDone)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
+    InTable in;
+    EFCoEConfig& record = in.record;
     record.SetResetFIPDiscoveryEnabled(true);
     record.SetResetFIPDiscoveryNumberOfRetries(-7);
-    recorded.recorder->Clear();
-    recorded.recorder->whenCalled = [&record] { EXPECT_FALSE(record.IsFIPEnabled()); };
+    in.recorder->Clear();
+    in.recorder->whenCalled = [&record] { EXPECT_FALSE(record.IsFIPEnabled()); };
     record.SetFIPEnabled(false);
-    EXPECT_EQ(std::vector<std::string>{"SettingFCoEFIPEnabled"}, recorded.recorder->Operations());
+    EXPECT_EQ(std::vector<std::string>{"SettingFCoEFIPEnabled"}, in.recorder->Operations());
     EXPECT_TRUE(record.IsResetFIPDiscoveryEnabled());
     EXPECT_EQ(-7, record.GetResetFIPDiscoveryNumberOfRetries());
 }
 
-namespace {
-
-/// Remembers which record it was told of, which will replace it and what both held then.
-class WholeRecordObserver : public EIgnoreInterfaceTableHooks {
-public:
-    void SettingFCoEConfig(EFCoEConfig const& record, EFCoEConfig const& replacement) override
-    {
-        ++calls;
-        given = &record;
-        replacedBy = &replacement;
-        oldSize = record.GetB2BRxSize();
-        newSize = replacement.GetB2BRxSize();
-    }
-    unsigned int calls = 0;
-    EFCoEConfig const* given = nullptr;
-    EFCoEConfig const* replacedBy = nullptr;
-    unsigned int oldSize = 0;
-    unsigned int newSize = 0;
-};
-
-} // namespace
-
 TEST(EFCoEConfig, CopyAndAssignmentAnnounceTheSourceOnceAndKeepTheParent)
 {
-    for (bool const assign : {false, true}) {
-        SCOPED_TRACE(assign);
-        RecordedInterface recorded;
-        auto const observer = boost::make_shared<WholeRecordObserver>();
-        recorded.table.SetHooks("whole", observer);
-        EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-        EFCoEConfig const source = Sample();
-        if (assign)
-            record = source;
-        else
-            record.Copy(source);
-        EXPECT_EQ(1u, observer->calls);
-        EXPECT_EQ(&record, observer->given);
-        EXPECT_EQ(&source, observer->replacedBy);
-        EXPECT_EQ(2112u, observer->oldSize);
-        EXPECT_EQ(2048u, observer->newSize);
-        EXPECT_FALSE(record != source);
-        EXPECT_EQ(&recorded.interface, record.GetParent());
-    }
+    // on purpose: the source itself is announced
+    ExpectCopyIsOneChange("SettingFCoEConfig", Other(), Sample(), Replacement::SOURCE);
 }
 
 TEST(EFCoEConfig, CopyingItselfDoesNothing)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-    record = Sample();
-    recorded.recorder->Clear();
-    EFCoEConfig const& itself = record;
-    record.Copy(itself);
-    record = itself;
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_FALSE(record != Sample());
+    ExpectCopiedToItself(Sample(), "", "");
 }
 
 TEST(EFCoEConfig, EmptyAnnouncesTheDefaultsOnceAndKeepsTheParent)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-    record = Sample();
-    auto const observer = boost::make_shared<WholeRecordObserver>();
-    recorded.table.SetHooks("whole", observer);
-    record.Empty();
-    EXPECT_EQ(1u, observer->calls);
-    EXPECT_EQ(&record, observer->given);
-    EXPECT_EQ(2048u, observer->oldSize);
-    EXPECT_EQ(2112u, observer->newSize);
-    EXPECT_FALSE(record != EFCoEConfig());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
+    ExpectEmptyIsOneChange("SettingFCoEConfig", Sample());
 }
 
 TEST(EFCoEConfig, SwapIsSilentAndLeavesTheParents)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-    EFCoEConfig other = Sample();
-    recorded.recorder->Clear();
-    record.Swap(other);
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_FALSE(record != Sample());
-    EXPECT_FALSE(other != EFCoEConfig());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    EXPECT_EQ(nullptr, other.GetParent());
+    InTable in;
+    ExpectSwapped(*in.recorder, in.record, Sample());
 }
 
 TEST(EFCoEConfig, CopyConstructionTakesTheParentToo)
 {
-    RecordedInterface recorded;
-    EFCoEConfig const copy(recorded.interface.GetFCoEConfig());
-    EXPECT_EQ(&recorded.interface, copy.GetParent());
+    InTable const in(Sample());
+    ExpectCopyConstructed(*in.recorder, in.record);
+    ExpectParentSetSilently<EFCoEConfig>(*in.recorder, in.interface, SETS(SetB2BRxSize(1)));
 }
 
 TEST(EFCoEConfig, IsLeaf31OfItsInterface)
 {
-    RecordedInterface recorded;
-    EComponentId id{99};
-    recorded.interface.GetFCoEConfig().GetID(id);
-    EXPECT_EQ((EComponentId{7, 1, 1, 31}), id);
-    EFCoEConfig().GetID(id);
-    EXPECT_EQ(EComponentId{31}, id);
-    EXPECT_EQ(31u, EFCoEConfig().GetLocalId());
+    ExpectLeaf<EFCoEConfig>(31);
 }
 
 TEST(EFCoEConfig, ShowsItsAddressModeByNameAndAnUnknownOneAsNothing)
@@ -494,19 +316,12 @@ TEST(EFCoEConfig, ShowsItsAddressModeByNameAndAnUnknownOneAsNothing)
 
 TEST(EFCoEConfig, ShowsNamesAsEightBytesAndIdsAsThree)
 {
+    ExpectNamesShown<EFCoEConfig>();
     EFCoEConfig record;
-    EXPECT_EQ("00:00:00:00:00:00:00:00", record.GetSrcPortWWNAsString());
-    EXPECT_EQ("01.b6.69", record.GetDestNodeIdAsString());
     EXPECT_EQ("0e.fc.00", record.GetSrcOUIAsString());
-    record.SetSrcPortWWN(EUID(0x2100001B32000001));
-    record.SetSrcNodeWWN(EUID(0x2000001B32000002));
     record.SetVendorID(EUID(0xFEDCBA9876543210));
-    record.SetDestNodeId(0xAAFFFFFC);
     record.SetSrcOUI(0xAA001122);
-    EXPECT_EQ("21:00:00:1b:32:00:00:01", record.GetSrcPortWWNAsString());
-    EXPECT_EQ("20:00:00:1b:32:00:00:02", record.GetSrcNodeWWNAsString());
     EXPECT_EQ("fe:dc:ba:98:76:54:32:10", record.GetVendorIDAsString());
-    EXPECT_EQ("ff.ff.fc", record.GetDestNodeIdAsString());
     EXPECT_EQ("00.11.22", record.GetSrcOUIAsString());
 }
 
@@ -520,16 +335,7 @@ TEST(EFCoEConfigArchive, ReadsAllVersionsAndKeepsWhatTheyDoNotCarry)
 {
     for (unsigned int version = 1; version <= 7; ++version) {
         SCOPED_TRACE(version);
-        std::string const bytes = Golden("EFCoEConfig.v" + std::to_string(version) + ".hex");
-        EFCoEConfig fresh;
-        ReadInto(fresh, bytes);
-        EXPECT_FALSE(fresh != Sample(version));
-
-        EFCoEConfig used = Other();
-        EFCoEConfig expected = Other();
-        ReadInto(used, bytes);
-        ApplySample(expected, version); // the lists appended to what was there
-        EXPECT_FALSE(used != expected);
+        EFCoEConfig const used = ReadVersion("EFCoEConfig", version, Other(), ApplySample);
         EXPECT_EQ(version < 3 ? 1u : 3u, used.GetVendorSpecificTLVs().size());
         EXPECT_EQ(version < 4 ? 1u : 3u, used.GetPLOGIDestinations().size());
     }
@@ -538,13 +344,9 @@ TEST(EFCoEConfigArchive, ReadsAllVersionsAndKeepsWhatTheyDoNotCarry)
 
 TEST(EFCoEConfigArchive, ReadingAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EFCoEConfig& record = recorded.interface.GetFCoEConfig();
-    recorded.recorder->Clear();
-    ReadInto(record, Golden("EFCoEConfig.v7.hex"));
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_FALSE(record != Sample());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
+    InTable in;
+    ExpectReadSilently(*in.recorder, in.record, Golden("EFCoEConfig.v7.hex"));
+    EXPECT_FALSE(in.record != Sample());
 }
 
 TEST(EFCoEConfigArchiveDeathTest, RefusesVersion0AndThoseAbove7)

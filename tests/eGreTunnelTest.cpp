@@ -1,7 +1,6 @@
 #include "eGreTunnel.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 static EObsoleteGreTunnel Sample()
 {
@@ -31,9 +30,9 @@ namespace {
 
 /// The sample as a child of a table that has an observer.
 struct SampleInTable : RecordedInterface {
-    EObsoleteGreTunnel tunnel = Sample();
+    EObsoleteGreTunnel record = Sample();
 
-    SampleInTable() { tunnel.SetParent(&table); }
+    SampleInTable() { record.SetParent(&table); }
 };
 
 } // namespace
@@ -49,30 +48,30 @@ TEST(EObsoleteGreTunnel, StartsEmptyAndDisabled)
 TEST(EObsoleteGreTunnel, SettersStoreAndAnnounceNothing)
 {
     SampleInTable sample;
-    EXPECT_EQ(kSampleText, Summary(sample.tunnel));
-    sample.tunnel.SetEnabled(false);
-    sample.tunnel.SetLocalId(6);
-    sample.tunnel.SetName("gre2");
-    sample.tunnel.SetSourceIp(EComponentId({7, 1, 3}));
-    sample.tunnel.SetDestIp(EIPAddress("2001:db8::1"));
-    sample.tunnel.SetUseChecksum(false);
-    sample.tunnel.SetUseSequence(true);
-    sample.tunnel.SetUseKey(false);
-    sample.tunnel.SetKey(1);
-    EXPECT_EQ("false 6 \"gre2\" [7.1.3] 2001:db8::1 false true false 1", Summary(sample.tunnel));
-    sample.tunnel = Sample();
-    sample.tunnel.Empty();
-    ReadInto(sample.tunnel, Golden("EObsoleteGreTunnel.v3.hex"));
+    EXPECT_EQ(kSampleText, Summary(sample.record));
+    sample.record.SetEnabled(false);
+    sample.record.SetLocalId(6);
+    sample.record.SetName("gre2");
+    sample.record.SetSourceIp(EComponentId({7, 1, 3}));
+    sample.record.SetDestIp(EIPAddress("2001:db8::1"));
+    sample.record.SetUseChecksum(false);
+    sample.record.SetUseSequence(true);
+    sample.record.SetUseKey(false);
+    sample.record.SetKey(1);
+    EXPECT_EQ("false 6 \"gre2\" [7.1.3] 2001:db8::1 false true false 1", Summary(sample.record));
+    sample.record = Sample();
+    sample.record.Empty();
+    ReadInto(sample.record, Golden("EObsoleteGreTunnel.v3.hex"));
     EXPECT_TRUE(sample.recorder->calls.empty());
 }
 
 TEST(EObsoleteGreTunnel, GetHooksIsTheTablesObserverOrOneThatIgnoresAll)
 {
     SampleInTable sample;
-    EXPECT_EQ(sample.recorder.get(), &sample.tunnel.GetHooks());
-    sample.tunnel.SetParent(nullptr);
-    EXPECT_NE(nullptr, dynamic_cast<EIgnoreInterfaceTableHooks*>(&sample.tunnel.GetHooks()));
-    EXPECT_EQ(&sample.tunnel.GetHooks(), &EObsoleteGreTunnel().GetHooks());
+    EXPECT_EQ(sample.recorder.get(), &sample.record.GetHooks());
+    sample.record.SetParent(nullptr);
+    EXPECT_NE(nullptr, dynamic_cast<EIgnoreInterfaceTableHooks*>(&sample.record.GetHooks()));
+    EXPECT_EQ(&sample.record.GetHooks(), &EObsoleteGreTunnel().GetHooks());
 }
 
 TEST(EObsoleteGreTunnel, CopyKeepsTheLocalIdAndTheParent)
@@ -84,11 +83,11 @@ TEST(EObsoleteGreTunnel, CopyKeepsTheLocalIdAndTheParent)
         other.SetName("other");
         other.SetKey(3);
         if (byOperator)
-            sample.tunnel = other;
+            sample.record = other;
         else
-            sample.tunnel.Copy(other);
-        EXPECT_EQ("false 5 \"other\" [] 0.0.0.0 false false false 3", Summary(sample.tunnel));
-        EXPECT_EQ(&sample.table, sample.tunnel.GetParent());
+            sample.record.Copy(other);
+        EXPECT_EQ("false 5 \"other\" [] 0.0.0.0 false false false 3", Summary(sample.record));
+        EXPECT_EQ(&sample.table, sample.record.GetParent());
         EXPECT_EQ(8U, other.GetLocalId());
 
         EObsoleteGreTunnel target;
@@ -104,98 +103,65 @@ TEST(EObsoleteGreTunnel, CopyKeepsTheLocalIdAndTheParent)
 TEST(EObsoleteGreTunnel, EmptyKeepsTheLocalIdAndTheParentAndResetsTheRest)
 {
     SampleInTable sample;
-    sample.tunnel.Empty();
-    EXPECT_EQ("false 5 \"\" [] 0.0.0.0 false false false 0", Summary(sample.tunnel));
-    EXPECT_EQ(&sample.table, sample.tunnel.GetParent());
+    sample.record.Empty();
+    EXPECT_EQ("false 5 \"\" [] 0.0.0.0 false false false 0", Summary(sample.record));
+    EXPECT_EQ(&sample.table, sample.record.GetParent());
 }
 
 TEST(EObsoleteGreTunnel, CopyConstructionTakesTheParentAndSwapLeavesItButTakesTheLocalId)
 {
-    SampleInTable sample;
-    EObsoleteGreTunnel copy(sample.tunnel);
-    EXPECT_EQ(kSampleText, Summary(copy));
-    EXPECT_EQ(&sample.table, copy.GetParent());
-
+    SampleInTable in;
+    ExpectCopyConstructed(*in.recorder, in.record);
     EObsoleteGreTunnel other;
     other.SetLocalId(8);
-    other.Swap(sample.tunnel);
-    EXPECT_EQ(kSampleText, Summary(other));
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_EQ("false 8 \"\" [] 0.0.0.0 false false false 0", Summary(sample.tunnel));
-    EXPECT_EQ(&sample.table, sample.tunnel.GetParent());
+    ExpectSwapped(*in.recorder, in.record, other);
+    EXPECT_EQ("false 8 \"\" [] 0.0.0.0 false false false 0", Summary(in.record));
 }
 
 TEST(EObsoleteGreTunnel, DiffersByEveryFieldAndTheLocalIdButNotByTheParent)
 {
-    void (*const changes[])(EObsoleteGreTunnel&) = {
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetEnabled(false); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetLocalId(6); },
-        [](EObsoleteGreTunnel& tunnel) {
-            tunnel.SetSourceIp(EComponentId({7, 1}));
-        },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetDestIp(EIPAddress("192.0.2.2")); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetUseChecksum(false); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetUseSequence(true); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetUseKey(false); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetKey(1); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetName("gre2"); },
-        [](EObsoleteGreTunnel& tunnel) { tunnel.SetName(std::string("gre1\0", 5)); },
-    };
-    for (auto const& change : changes) {
-        EObsoleteGreTunnel changed = Sample();
-        EXPECT_FALSE(changed != Sample());
-        change(changed);
-        EXPECT_TRUE(changed != Sample());
-        EXPECT_TRUE(Sample() != changed);
-    }
-    SampleInTable inTable;
-    EXPECT_FALSE(inTable.tunnel != Sample());
+    ExpectEachChangeCompared(Sample(), {
+                                           [](auto& tunnel) { tunnel.SetEnabled(false); },
+                                           [](auto& tunnel) { tunnel.SetLocalId(6); },
+                                           [](auto& tunnel) {
+                                               tunnel.SetSourceIp(EComponentId({7, 1}));
+                                           },
+                                           [](auto& tunnel) { tunnel.SetDestIp(EIPAddress("192.0.2.2")); },
+                                           [](auto& tunnel) { tunnel.SetUseChecksum(false); },
+                                           [](auto& tunnel) { tunnel.SetUseSequence(true); },
+                                           [](auto& tunnel) { tunnel.SetUseKey(false); },
+                                           [](auto& tunnel) { tunnel.SetKey(1); },
+                                           [](auto& tunnel) { tunnel.SetName("gre2"); },
+                                           [](auto& tunnel) { tunnel.SetName(std::string("gre1\0", 5)); },
+                                       });
+    EXPECT_FALSE(SampleInTable().record != Sample());
 }
 
 TEST(EObsoleteGreTunnelEdit, TheFirstSubIdPicksTheField)
 {
-    struct {
-        std::vector<unsigned int> subId;
-        char const* data;
-        char const* after;
-    } const cases[] = {
-        {{1}, "02 67 32", "true 5 \"g2\" [7.1.2] 192.0.2.1 true false true 3735928559"},
-        {{2}, "02 07 01", "true 5 \"gre1\" [7.1] 192.0.2.1 true false true 3735928559"},
-        {{3}, "11 C0 00 02 09", "true 5 \"gre1\" [7.1.2] 192.0.2.9 true false true 3735928559"},
-        {{4}, "00", "true 5 \"gre1\" [7.1.2] 192.0.2.1 false false true 3735928559"},
-        {{5}, "01", "true 5 \"gre1\" [7.1.2] 192.0.2.1 true true true 3735928559"},
-        {{6}, "00", "true 5 \"gre1\" [7.1.2] 192.0.2.1 true false false 3735928559"},
-        {{7, 1}, "2A", "true 5 \"gre1\" [7.1.2] 192.0.2.1 true false true 42"},
+    std::vector<EditCase<EObsoleteGreTunnel>> const cases = {
+        {1, "02 67 32", "", "", Summary, "true 5 \"g2\" [7.1.2] 192.0.2.1 true false true 3735928559", {}},
+        {2, "02 07 01", "", "", Summary, "true 5 \"gre1\" [7.1] 192.0.2.1 true false true 3735928559", {}},
+        {3, "11 C0 00 02 09", "", "", Summary, "true 5 \"gre1\" [7.1.2] 192.0.2.9 true false true 3735928559", {}},
+        {4, "00", "", "", Summary, "true 5 \"gre1\" [7.1.2] 192.0.2.1 false false true 3735928559", {}},
+        {5, "01", "", "", Summary, "true 5 \"gre1\" [7.1.2] 192.0.2.1 true true true 3735928559", {}},
+        {6, "00", "", "", Summary, "true 5 \"gre1\" [7.1.2] 192.0.2.1 true false false 3735928559", {}},
+        {7, "2A", "", "", Summary, "true 5 \"gre1\" [7.1.2] 192.0.2.1 true false true 42", {1}},
     };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.after);
-        EObsoleteGreTunnel tunnel = Sample();
-        EArchive archive;
-        Load(archive, Bytes(c.data));
-        EXPECT_TRUE(tunnel.ProcessEdit(c.subId.begin(), c.subId.end(), archive));
-        EXPECT_TRUE(archive.AtEnd());
-        EXPECT_EQ(c.after, Summary(tunnel));
-    }
+    ExpectEachEdited<SampleInTable>(cases);
 }
 
 TEST(EObsoleteGreTunnelEdit, OtherSubIdsAndNoneAreRefusedWithNothingRead)
 {
-    for (std::vector<unsigned int> const& subId :
-         std::vector<std::vector<unsigned int>>{{}, {0}, {8}, {9, 1}, {0xFFFFFFFF}}) {
-        EObsoleteGreTunnel tunnel = Sample();
-        EArchive archive;
-        Load(archive, Bytes("01"));
-        EXPECT_FALSE(tunnel.ProcessEdit(subId.begin(), subId.end(), archive));
-        EXPECT_EQ(0U, archive.GetOffset());
-        EXPECT_EQ(kSampleText, Summary(tunnel));
-    }
+    SampleInTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {8}, {9, 1}, {0xFFFFFFFF}});
+    EXPECT_EQ(kSampleText, Summary(in.record));
 }
 
 TEST(EObsoleteGreTunnelEdit, ReadsNoWiderNumberThanTheField)
 {
-    SampleInTable sample;
-    for (unsigned int const subId : {4U, 5U, 6U}) ExpectTooWide(*sample.recorder, sample.tunnel, subId, "02");
-    ExpectTooWide(*sample.recorder, sample.tunnel, 7, "FC 01 00 00 00 00"); // 33 bits
+    SampleInTable in;
+    ExpectEachTooWide(*in.recorder, in.record, {{4, "02"}, {5, "02"}, {6, "02"}, {7, "FC 01 00 00 00 00"}}); // 33 bits
 }
 
 TEST(EObsoleteGreTunnelArchive, WritesTheNewestVersionAndReadsAllOlderOnes)
@@ -211,10 +177,10 @@ TEST(EObsoleteGreTunnelArchive, WritesTheNewestVersionAndReadsAllOlderOnes)
 TEST(EObsoleteGreTunnelArchive, ReadingEmptiesFirst)
 {
     SampleInTable sample;
-    sample.tunnel.SetUseSequence(true);
-    ReadInto(sample.tunnel, Golden("EObsoleteGreTunnel.v1.hex"));
-    EXPECT_EQ("true 5 \"\" [] 192.0.2.1 true false true 3735928559", Summary(sample.tunnel));
-    EXPECT_EQ(&sample.table, sample.tunnel.GetParent());
+    sample.record.SetUseSequence(true);
+    ReadInto(sample.record, Golden("EObsoleteGreTunnel.v1.hex"));
+    EXPECT_EQ("true 5 \"\" [] 192.0.2.1 true false true 3735928559", Summary(sample.record));
+    EXPECT_EQ(&sample.table, sample.record.GetParent());
 }
 
 TEST(EObsoleteGreTunnelArchive, RefusesVersions0And4)

@@ -1,7 +1,6 @@
 #include "eIPv6AddressItem.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 static EIPv6AddressItem Sample()
 {
@@ -17,14 +16,20 @@ static std::string Summary(EIPv6AddressItem const& item)
 {
     return TextOf(item.GetLocalId()) + " " + TextOf(item.GetMaskLength()) + " " + item.GetAddress().GetAsString();
 }
+static char const kSampleText[] = "9 112 2001:db8::5";
+static char const kInTableText[] = "1 112 2001:db8::5";
+static char const kDefaultText[] = "0 64 ::";
 
 namespace {
 
 /// The sample in the list of a table's interface, where its local id is 1.
 struct SampleInTable : RecordedInterface {
-    EIPv6AddressItem& item;
+    EIPv6AddressItem& record;
 
-    SampleInTable() : item(*interface.GetIPv6AddressItem(interface.AddIPv6AddressItem(Sample()))) { recorder->Clear(); }
+    SampleInTable() : record(*interface.GetIPv6AddressItem(interface.AddIPv6AddressItem(Sample())))
+    {
+        recorder->Clear();
+    }
 };
 
 } // namespace
@@ -32,7 +37,7 @@ struct SampleInTable : RecordedInterface {
 TEST(EIPv6AddressItem, StartsWithAPrefixOf64AndNoAddress)
 {
     EIPv6AddressItem const item;
-    EXPECT_EQ("0 64 ::", Summary(item));
+    EXPECT_EQ(kDefaultText, Summary(item));
     EXPECT_EQ(18U, item.GetAddress().GetFamily());
     EXPECT_TRUE(item.GetAddress().IsZero());
     EXPECT_EQ(nullptr, item.GetParent());
@@ -40,98 +45,57 @@ TEST(EIPv6AddressItem, StartsWithAPrefixOf64AndNoAddress)
 
 TEST(EIPv6AddressItem, SetMaskLengthAnnouncesAndStoresAtMost128)
 {
-    struct {
-        unsigned int given;
-        unsigned int stored;
-    } const cases[] = {{0, 0}, {64, 64}, {128, 128}, {129, 128}, {200, 128}, {0xFFFFFFFF, 128}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.given);
-        SampleInTable sample;
-        sample.item.SetMaskLength(c.given);
-        EXPECT_EQ(c.stored, sample.item.GetMaskLength());
-        ASSERT_EQ(1U, sample.recorder->calls.size());
-        EXPECT_EQ(std::to_string(c.stored), sample.recorder->calls[0].values);
-    }
+    ExpectCorrected<SampleInTable>(&EIPv6AddressItem::SetMaskLength, &EIPv6AddressItem::GetMaskLength,
+                                   {{0, 0}, {64, 64}, {128, 128}, {129, 128}, {200, 128}, {0xFFFFFFFF, 128}});
+}
+
+/// A change of the sample in the table, as all of it is shown.
+static SetterCase<EIPv6AddressItem> Change(char const* operation, char const* announced, char const* after,
+                                           void (*change)(EIPv6AddressItem&))
+{
+    return {operation, announced, change, Summary, kInTableText, after};
 }
 
 TEST(EIPv6AddressItem, EveryChangeIsAnnouncedOnceWhileTheOldValueStands)
 {
-    struct {
-        char const* name;
-        void (*change)(EIPv6AddressItem&);
-        char const* operation;
-        char const* values;
-        char const* after;
-    } const cases[] = {
-        {"SetAddress", [](EIPv6AddressItem& item) { item.SetAddress(EIPAddress("fe80::1")); }, "SettingIPv6Address",
-         "fe80::1", "1 112 fe80::1"},
-        {"SetAddress to the same", [](EIPv6AddressItem& item) { item.SetAddress(item.GetAddress()); },
-         "SettingIPv6Address", "2001:db8::5", "1 112 2001:db8::5"},
-        {"SetMaskLength", [](EIPv6AddressItem& item) { item.SetMaskLength(48); }, "SettingIPv6MaskLength", "48",
-         "1 48 2001:db8::5"},
-        {"Copy", [](EIPv6AddressItem& item) { item.Copy(Sample()); }, "SettingIPv6AddressItem", "record",
-         "9 112 2001:db8::5"}, // on purpose: the other's local id
-        {"operator=", [](EIPv6AddressItem& item) { item = EIPv6AddressItem(); }, "SettingIPv6AddressItem", "record",
-         "0 64 ::"},
-        {"operator= of itself", [](EIPv6AddressItem& item) { item.Copy(item); }, "SettingIPv6AddressItem", "record",
-         "1 112 2001:db8::5"},
-        {"Empty", [](EIPv6AddressItem& item) { item.Empty(); }, "SettingIPv6AddressItem", "record", "0 64 ::"},
+    std::vector<SetterCase<EIPv6AddressItem>> const changes = {
+        Change("SettingIPv6Address", "fe80::1", "1 112 fe80::1",
+               [](auto& item) { item.SetAddress(EIPAddress("fe80::1")); }),
+        Change("SettingIPv6Address", "2001:db8::5", kInTableText,
+               [](auto& item) { item.SetAddress(item.GetAddress()); }),
+        Change("SettingIPv6MaskLength", "48", "1 48 2001:db8::5", [](auto& item) { item.SetMaskLength(48); }),
+        Change("SettingIPv6AddressItem", "record", kSampleText,
+               [](auto& item) { item.Copy(Sample()); }), // on purpose: the other's local id
+        Change("SettingIPv6AddressItem", "record", kDefaultText, [](auto& item) { item = EIPv6AddressItem(); }),
+        Change("SettingIPv6AddressItem", "record", kInTableText, [](auto& item) { item.Copy(item); }),
+        Change("SettingIPv6AddressItem", "record", kDefaultText, [](auto& item) { item.Empty(); }),
     };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        SampleInTable sample;
-        std::string seen;
-        sample.recorder->whenCalled = [&] { seen = Summary(sample.item); };
-        c.change(sample.item);
-        ASSERT_EQ(1U, sample.recorder->calls.size());
-        EXPECT_EQ(c.operation, sample.recorder->calls[0].operation);
-        EXPECT_EQ(&sample.item, sample.recorder->calls[0].record);
-        EXPECT_EQ(c.values, sample.recorder->calls[0].values);
-        EXPECT_EQ("1 112 2001:db8::5", seen);
-        EXPECT_EQ(c.after, Summary(sample.item));
-        EXPECT_EQ(&sample.interface, sample.item.GetParent());
-    }
+    ExpectEachAnnouncedThenStored<SampleInTable>(changes);
 }
-
-namespace {
-
-/// Keeps what the observer was given as the record that will replace the current one.
-struct ReplacementReader : EIgnoreInterfaceTableHooks {
-    std::string replacement;
-
-    void SettingIPv6AddressItem(EIPv6AddressItem const&, EIPv6AddressItem const& next) override
-    {
-        replacement = Summary(next);
-    }
-};
-
-} // namespace
 
 TEST(EIPv6AddressItem, AReplacementIsShownToTheObserver)
 {
-    SampleInTable sample;
-    auto const reader = boost::make_shared<ReplacementReader>();
-    sample.table.SetHooks("reader", reader);
-    sample.item = Sample();
-    EXPECT_EQ("9 112 2001:db8::5", reader->replacement);
-    sample.item.Empty();
-    EXPECT_EQ("0 64 ::", reader->replacement);
+    SampleInTable in;
+    EXPECT_EQ(kSampleText, ShownToTheObserver<EIPv6AddressItem>(
+                               *in.recorder, [&] { in.record = Sample(); }, Summary));
+    EXPECT_EQ(kDefaultText, ShownToTheObserver<EIPv6AddressItem>(
+                                *in.recorder, [&] { in.record.Empty(); }, Summary));
 }
 
 TEST(EIPv6AddressItem, WithoutAParentEverythingChangesUnheard)
 {
     EIPv6AddressItem item = Sample();
     EXPECT_NE(nullptr, dynamic_cast<EIgnoreInterfaceTableHooks*>(&item.GetHooks()));
-    EXPECT_EQ("9 112 2001:db8::5", Summary(item));
+    EXPECT_EQ(kSampleText, Summary(item));
     item.Empty();
-    EXPECT_EQ("0 64 ::", Summary(item));
+    EXPECT_EQ(kDefaultText, Summary(item));
 }
 
 TEST(EIPv6AddressItem, SetLocalIdIsNotAnnounced)
 {
     SampleInTable sample;
-    sample.item.SetLocalId(4);
-    EXPECT_EQ(4U, sample.item.GetLocalId());
+    sample.record.SetLocalId(4);
+    EXPECT_EQ(4U, sample.record.GetLocalId());
     EXPECT_TRUE(sample.recorder->calls.empty());
 }
 
@@ -143,99 +107,69 @@ TEST(EIPv6AddressItem, SetsItsParentSilently)
 
 TEST(EIPv6AddressItem, CopyConstructionTakesTheParentAndSwapLeavesItButTakesTheLocalId)
 {
-    SampleInTable sample;
-    EIPv6AddressItem copy(sample.item);
-    EXPECT_EQ(&sample.interface, copy.GetParent());
-    EXPECT_FALSE(copy != sample.item);
-
-    EIPv6AddressItem other;
-    other.Swap(sample.item);
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_EQ(&sample.interface, sample.item.GetParent());
-    EXPECT_EQ("1 112 2001:db8::5", Summary(other));
-    EXPECT_EQ("0 64 ::", Summary(sample.item));
-    EXPECT_TRUE(sample.recorder->calls.empty());
+    SampleInTable in;
+    ExpectCopyConstructed(*in.recorder, in.record);
+    ExpectSwapped(*in.recorder, in.record, EIPv6AddressItem());
+    EXPECT_EQ(kDefaultText, Summary(in.record));
 }
 
 TEST(EIPv6AddressItem, DiffersByEveryFieldAndTheLocalIdButNotByTheParent)
 {
-    void (*const changes[])(EIPv6AddressItem&) = {
-        [](EIPv6AddressItem& item) { item.SetLocalId(8); },
-        [](EIPv6AddressItem& item) { item.SetMaskLength(111); },
-        [](EIPv6AddressItem& item) { item.SetAddress(EIPAddress("2001:db8::6")); },
-    };
-    for (auto const& change : changes) {
-        EIPv6AddressItem changed = Sample();
-        EXPECT_FALSE(changed != Sample());
-        change(changed);
-        EXPECT_TRUE(changed != Sample());
-        EXPECT_TRUE(Sample() != changed);
-    }
-    SampleInTable inTable;
+    ExpectEachChangeCompared(Sample(), {
+                                           [](auto& item) { item.SetLocalId(8); },
+                                           [](auto& item) { item.SetMaskLength(111); },
+                                           [](auto& item) { item.SetAddress(EIPAddress("2001:db8::6")); },
+                                       });
     EIPv6AddressItem sample = Sample();
     sample.SetLocalId(1);
-    EXPECT_FALSE(inTable.item != sample);
+    EXPECT_FALSE(SampleInTable().record != sample);
 }
 
 TEST(EIPv6AddressItemEdit, TheFirstSubIdPicksTheFieldAndItsSetter)
 {
-    struct {
-        std::vector<unsigned int> subId;
-        char const* data;
-        char const* operation;
-        char const* after;
-    } const cases[] = {
-        {{1}, "12 FE 80 00 00 00 00 00 00 00 00 00 00 00 00 00 01", "SettingIPv6Address", "1 112 fe80::1"},
-        {{2}, "30", "SettingIPv6MaskLength", "1 48 2001:db8::5"},
-        {{2, 1}, "C8", "SettingIPv6MaskLength", "1 128 2001:db8::5"}, // 200
+    std::vector<EditCase<EIPv6AddressItem>> const cases = {
+        {1,
+         "12 FE 80 00 00 00 00 00 00 00 00 00 00 00 00 00 01",
+         "SettingIPv6Address",
+         "fe80::1",
+         Summary,
+         "1 112 fe80::1",
+         {}},
+        {2, "30", "SettingIPv6MaskLength", "48", Summary, "1 48 2001:db8::5", {}},
+        {2, "C8", "SettingIPv6MaskLength", "128", Summary, "1 128 2001:db8::5", {1}}, // 200
     };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.after);
-        SampleInTable sample;
-        EArchive archive;
-        Load(archive, Bytes(c.data));
-        EXPECT_TRUE(sample.item.ProcessEdit(c.subId.begin(), c.subId.end(), archive));
-        EXPECT_TRUE(archive.AtEnd());
-        EXPECT_EQ(c.after, Summary(sample.item));
-        EXPECT_EQ(std::vector<std::string>{c.operation}, sample.recorder->Operations());
-    }
+    ExpectEachEdited<SampleInTable>(cases);
 }
 
 TEST(EIPv6AddressItemEdit, OtherSubIdsAndNoneAreRefusedWithNothingRead)
 {
-    for (std::vector<unsigned int> const& subId : std::vector<std::vector<unsigned int>>{{}, {0}, {3}, {0xFFFFFFFF}}) {
-        SampleInTable sample;
-        EArchive archive;
-        Load(archive, Bytes("30"));
-        EXPECT_FALSE(sample.item.ProcessEdit(subId.begin(), subId.end(), archive));
-        EXPECT_EQ(0U, archive.GetOffset());
-        EXPECT_EQ("1 112 2001:db8::5", Summary(sample.item));
-        EXPECT_TRUE(sample.recorder->calls.empty());
-    }
+    SampleInTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {3}, {0xFFFFFFFF}});
+    EXPECT_EQ(kInTableText, Summary(in.record));
 }
 
 TEST(EIPv6AddressItemEdit, ReadsNoWiderNumberThanTheField)
 {
     SampleInTable sample;
-    ExpectTooWide(*sample.recorder, sample.item, 2, "FC 01 00 00 00 00"); // 33 bits
+    ExpectTooWide(*sample.recorder, sample.record, 2, "FC 01 00 00 00 00"); // 33 bits
 }
 
 TEST(EIPv6AddressItemArchive, WritesAndReadsVersion1)
 {
     EXPECT_EQ(Golden("EIPv6AddressItem.v1.hex"), Written(Sample()));
-    EXPECT_EQ("9 112 2001:db8::5", Summary(Read<EIPv6AddressItem>("EIPv6AddressItem.v1.hex")));
+    EXPECT_EQ(kSampleText, Summary(Read<EIPv6AddressItem>("EIPv6AddressItem.v1.hex")));
 }
 
 TEST(EIPv6AddressItemArchive, ReadingEmptiesFirstWhichIsAllThatIsAnnounced)
 {
     SampleInTable sample;
     std::string seen;
-    sample.recorder->whenCalled = [&] { seen = Summary(sample.item); };
-    ReadInto(sample.item, Golden("EIPv6AddressItem.v1.hex"));
-    EXPECT_EQ("9 112 2001:db8::5", Summary(sample.item));
+    sample.recorder->whenCalled = [&] { seen = Summary(sample.record); };
+    ReadInto(sample.record, Golden("EIPv6AddressItem.v1.hex"));
+    EXPECT_EQ(kSampleText, Summary(sample.record));
     EXPECT_EQ(std::vector<std::string>{"SettingIPv6AddressItem"}, sample.recorder->Operations());
-    EXPECT_EQ("1 112 2001:db8::5", seen);
-    EXPECT_EQ(&sample.interface, sample.item.GetParent());
+    EXPECT_EQ(kInTableText, seen);
+    EXPECT_EQ(&sample.interface, sample.record.GetParent());
 }
 
 TEST(EIPv6AddressItemArchive, ReadingClampsNothing)

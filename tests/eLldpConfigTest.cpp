@@ -1,12 +1,12 @@
 #include "eLldpConfig.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 #include <climits>
 
 using Setter = SetterCase<ELLDPConfig>;
 using Record = ELLDPConfig const&;
+using InTable = RecordInTable<ELLDPConfig>;
 
 static EMACAddress const kChassisMac("02:00:5e:10:00:01");
 static EMACAddress const kPortMac("02:00:5e:10:00:02");
@@ -109,10 +109,7 @@ TEST(ELLDPConfig, StartsWithAMacChassisAnInterfaceNamePortAnd120Seconds)
 
 TEST(ELLDPConfig, EverySetterAnnouncesOnceAndThenStores)
 {
-    for (Setter const& c : Setters()) {
-        RecordedInterface recorded;
-        ExpectAnnouncedThenStored(*recorded.recorder, recorded.interface.GetLLDPConfig(), c);
-    }
+    ExpectEachAnnouncedThenStored<InTable>(Setters());
 }
 
 TEST(ELLDPConfig, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
@@ -122,11 +119,9 @@ TEST(ELLDPConfig, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
 
 TEST(ELLDPConfig, AnnouncesAValueThatIsThereAlready)
 {
-    RecordedInterface recorded;
-    ELLDPConfig& record = recorded.interface.GetLLDPConfig();
-    recorded.recorder->Clear();
-    record.SetTxDelay(2);
-    EXPECT_EQ(std::vector<std::string>{"SettingLLDPTxDelay"}, recorded.recorder->Operations());
+    InTable in;
+    in.record.SetTxDelay(2);
+    EXPECT_EQ(Heard("SettingLLDPTxDelay"), in.recorder->Operations());
 }
 
 TEST(ELLDPConfig, SilentSettersChangeExactlyTheirPart)
@@ -157,16 +152,14 @@ TEST(ELLDPConfig, SilentSettersChangeExactlyTheirPart)
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
-        RecordedInterface recorded;
-        ELLDPConfig& record = recorded.interface.GetLLDPConfig();
-        record = SampleNewest();
-        recorded.recorder->Clear();
-        c.set(record);
+        InTable in(SampleNewest());
+        ELLDPConfig const& record = in.record;
+        c.set(in.record);
         EXPECT_EQ(c.chassis, ChassisText(record));
         EXPECT_EQ(c.port, PortText(record));
         EXPECT_EQ(c.peerStatusAndTimeToLive, TextOf(record.GetPeerStatus()) + " " + TextOf(record.GetTimeToLive()));
         EXPECT_TRUE(record != SampleNewest());
-        EXPECT_TRUE(recorded.recorder->calls.empty());
+        EXPECT_TRUE(in.recorder->calls.empty());
     }
 }
 
@@ -280,19 +273,12 @@ TEST(ELLDPConfigText, ShowsADefaultRecordOnOneLine)
 
 TEST(ELLDPConfig, DoesNotCompareTheParent)
 {
-    RecordedInterface recorded;
-    EXPECT_FALSE(recorded.interface.GetLLDPConfig() != ELLDPConfig());
+    ExpectParentNotCompared<ELLDPConfig>();
 }
 
 TEST(ELLDPConfig, IsLeaf38OfItsInterface)
 {
-    RecordedInterface recorded;
-    EComponentId id{9, 9};
-    recorded.interface.GetLLDPConfig().GetID(id);
-    EXPECT_EQ("7.1.1.38", TextOf(id));
-    ELLDPConfig().GetID(id);
-    EXPECT_EQ("38", TextOf(id));
-    EXPECT_EQ(38u, ELLDPConfig().GetLocalId());
+    ExpectLeaf<ELLDPConfig>(38);
 }
 
 TEST(ELLDPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
@@ -301,69 +287,32 @@ TEST(ELLDPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
     ExpectParentSetSilently<ELLDPConfig>(*recorded.recorder, recorded.interface, [](auto& r) { r.SetTxDelay(1); });
 }
 
-namespace {
-/// Keeps the text of the last id that was announced.
-class IdKeepingHooks : public EIgnoreInterfaceTableHooks {
-public:
-    std::string text;
-    void SettingLLDPChassisId(ELLDPConfig const&, ELLDPConfig::LLDPChassisId const& id) override
-    {
-        text = TextOfId(id);
-    }
-    void SettingLLDPPortId(ELLDPConfig const&, ELLDPConfig::LLDPPortId const& id) override { text = TextOfId(id); }
-};
-} // namespace
-
 TEST(ELLDPConfig, ANewIdIsShownToTheObserver)
 {
-    RecordedInterface recorded;
-    auto const hooks = boost::make_shared<IdKeepingHooks>();
-    recorded.table.SetHooks("ids", hooks);
-    recorded.interface.GetLLDPConfig().SetChassisId(Chassis(kChassisMac, "abc", 7));
-    EXPECT_EQ("02:00:5e:10:00:01 abc 7", hooks->text);
-    recorded.interface.GetLLDPConfig().SetPortId(Port(kPortMac, "eth9", 3));
-    EXPECT_EQ("02:00:5e:10:00:02 eth9 3", hooks->text);
+    using ChassisId = ELLDPConfig::LLDPChassisId;
+    using PortId = ELLDPConfig::LLDPPortId;
+    InTable in;
+    EXPECT_EQ("02:00:5e:10:00:01 abc 7",
+              ShownToTheObserver<ChassisId>(
+                  *in.recorder, [&] { in.record.SetChassisId(Chassis(kChassisMac, "abc", 7)); }, TextOfId<ChassisId>));
+    EXPECT_EQ("02:00:5e:10:00:02 eth9 3",
+              ShownToTheObserver<PortId>(
+                  *in.recorder, [&] { in.record.SetPortId(Port(kPortMac, "eth9", 3)); }, TextOfId<PortId>));
 }
 
 TEST(ELLDPConfig, CopyingAndEmptyingAnnounceNothingAndKeepTheParent)
 {
-    struct {
-        char const* name;
-        std::function<void(ELLDPConfig&)> change;
-        ELLDPConfig result;
-    } const cases[] = {
-        {"Copy", [](auto& r) { r.Copy(SampleNewest()); }, SampleNewest()},
-        {"operator=", [](auto& r) { r = SampleNewest(); }, SampleNewest()},
-        {"Empty", [](auto& r) { r.Empty(); }, ELLDPConfig()},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordedInterface recorded;
-        ELLDPConfig& record = recorded.interface.GetLLDPConfig();
-        record.SetTxDelay(77);
-        recorded.recorder->Clear();
-        c.change(record);
-        EXPECT_FALSE(record != c.result);
-        EXPECT_TRUE(recorded.recorder->calls.empty());
-        EXPECT_EQ(&recorded.interface, record.GetParent());
-        ELLDPConfig const& itself = record;
-        record = itself;
-        EXPECT_FALSE(record != c.result);
-    }
+    ELLDPConfig before;
+    before.SetTxDelay(77);
+    ExpectCopyIsOneChange("", before, SampleNewest());
+    ExpectEmptyIsOneChange("", before);
+    ExpectCopiedToItself(before, "", "");
 }
 
 TEST(ELLDPConfig, SwapExchangesAllButTheParentsAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    ELLDPConfig& record = recorded.interface.GetLLDPConfig();
-    recorded.recorder->Clear();
-    ELLDPConfig other = SampleNewest();
-    record.Swap(other);
-    EXPECT_FALSE(record != SampleNewest());
-    EXPECT_FALSE(other != ELLDPConfig());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    InTable in;
+    ExpectSwapped(*in.recorder, in.record, SampleNewest());
 }
 
 TEST(ELLDPConfigArchive, WritesTheNewestVersion)
@@ -390,17 +339,13 @@ TEST(ELLDPConfigArchive, KeepsWhatTheVersionDoesNotCarryAndRecomputesNothing)
                        {"ELLDPConfig.v01272009.hex", 33, 9}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.golden);
-        RecordedInterface recorded;
-        ELLDPConfig& record = recorded.interface.GetLLDPConfig();
-        record.SetTimeToLive(33);
-        record.SetPeerStatus(9);
-        recorded.recorder->Clear();
-        ReadInto(record, Golden(c.golden));
-        EXPECT_EQ(c.timeToLive, record.GetTimeToLive());
-        EXPECT_EQ(c.peerStatus, record.GetPeerStatus());
-        EXPECT_EQ(300, record.GetTxInterval());
-        EXPECT_TRUE(recorded.recorder->calls.empty());
-        EXPECT_EQ(&recorded.interface, record.GetParent());
+        InTable in;
+        in.record.SetTimeToLive(33);
+        in.record.SetPeerStatus(9);
+        ExpectReadSilently(*in.recorder, in.record, Golden(c.golden));
+        EXPECT_EQ(c.timeToLive, in.record.GetTimeToLive());
+        EXPECT_EQ(c.peerStatus, in.record.GetPeerStatus());
+        EXPECT_EQ(300, in.record.GetTxInterval());
     }
 }
 
@@ -431,29 +376,24 @@ TEST(ELLDPConfigEdit, EverySubIdSetsItsField)
         {6, "00", "SettingLLDPFastInitEnabled", "false", [](Record r) { return TextOf(r.IsFastInitEnabled()); },
          "false"},
     };
-    RecordedInterface recorded;
-    for (auto const& c : cases) ExpectEdited(*recorded.recorder, recorded.interface.GetLLDPConfig(), c);
+    InTable in;
+    for (auto const& c : cases) ExpectEdited(*in.recorder, in.record, c);
 }
 
 TEST(ELLDPConfigEdit, RefusesAllOthersAndReadsNothing)
 {
-    RecordedInterface recorded;
-    for (std::vector<unsigned int> const& subId :
-         std::vector<std::vector<unsigned int>>{{}, {0}, {7}, {8}, {0xffffffff}, {0, 3}})
-        ExpectRefused(*recorded.recorder, recorded.interface.GetLLDPConfig(), subId);
+    InTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {7}, {8}, {0xffffffff}, {0, 3}});
 }
 
 TEST(ELLDPConfigEdit, ReadsNoWiderNumberAndNoHalfAnId)
 {
-    RecordedInterface recorded;
-    struct {
-        unsigned int subId;
-        char const* hex;
-    } const cases[] = {{1, "02 00 5e 10 00 01  01 6e  f9 01 00"},
+    InTable in;
+    ExpectEachTooWide(*in.recorder, in.record,
+                      {{1, "02 00 5e 10 00 01  01 6e  f9 01 00"},
                        {2, "02 00 5e 10 00 02  01 6d"},
                        {3, "fa 01 00 00"},
                        {4, "fa 01 00 00"},
                        {5, "fa 01 00 00"},
-                       {6, "02"}};
-    for (auto const& c : cases) ExpectTooWide(*recorded.recorder, recorded.interface.GetLLDPConfig(), c.subId, c.hex);
+                       {6, "02"}});
 }

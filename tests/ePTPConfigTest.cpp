@@ -1,12 +1,12 @@
 #include "ePTPConfig.hpp"
 
 #include "recordCases.hpp"
-#include "recordedInterface.hpp"
 
 #include <climits>
 
 using Setter = SetterCase<EPTPConfig>;
 using Record = EPTPConfig const&;
+using InTable = RecordInTable<EPTPConfig>;
 
 /// The text of one field, through its getter.
 template <auto getter> static std::string TextOfField(Record record)
@@ -89,13 +89,8 @@ static std::vector<Setter> CorrectingSetters()
     return cases;
 }
 
-/// One spare field: its sub-id and a value that a fresh record does not have.
-struct SpareCase {
-    unsigned int subId;
-    char const* hex;
-};
-/// What EPTPConfig.v3.hex holds. The fields that are left out have their defaults there.
-static SpareCase const kSampleSpares[] = {
+/// The spare fields as EPTPConfig.v3.hex holds them. Those that are left out have their defaults there.
+static RawEdit const kSampleSpares[] = {
     {20, "01"},
     {21, "01"},
     {22, "02"},
@@ -150,7 +145,7 @@ static EPTPConfig SampleV2()
 static EPTPConfig SampleV3()
 {
     EPTPConfig record = SampleV2();
-    for (SpareCase const& spare : kSampleSpares) EXPECT_TRUE(Edit(record, {spare.subId}, Bytes(spare.hex)));
+    for (RawEdit const& spare : kSampleSpares) EXPECT_TRUE(Edit(record, {spare.subId}, Bytes(spare.hex)));
     return record;
 }
 
@@ -181,18 +176,12 @@ TEST(EPTPConfig, StartsAsAnEndToEndSlaveWithoutFaults)
 
 TEST(EPTPConfig, EverySetterAnnouncesOnceAndThenStores)
 {
-    for (Setter const& c : Setters()) {
-        RecordedInterface recorded;
-        ExpectAnnouncedThenStored(*recorded.recorder, recorded.interface.GetPTPConfig(), c);
-    }
+    ExpectEachAnnouncedThenStored<InTable>(Setters());
 }
 
 TEST(EPTPConfig, ACorrectedValueIsAnnouncedAndStored)
 {
-    for (Setter const& c : CorrectingSetters()) {
-        RecordedInterface recorded;
-        ExpectAnnouncedThenStored(*recorded.recorder, recorded.interface.GetPTPConfig(), c);
-    }
+    ExpectEachAnnouncedThenStored<InTable>(CorrectingSetters());
 }
 
 TEST(EPTPConfig, EverySetterWorksWithoutAParentAndEveryFieldIsCompared)
@@ -214,11 +203,9 @@ TEST(EPTPConfig, ComparesEverySpareField)
 
 TEST(EPTPConfig, AnnouncesAValueThatIsThereAlready)
 {
-    RecordedInterface recorded;
-    EPTPConfig& record = recorded.interface.GetPTPConfig();
-    recorded.recorder->Clear();
-    record.SetPriority1(0);
-    EXPECT_EQ(std::vector<std::string>{"SettingPTPPriority1"}, recorded.recorder->Operations());
+    InTable in;
+    in.record.SetPriority1(0);
+    EXPECT_EQ(Heard("SettingPTPPriority1"), in.recorder->Operations());
 }
 
 TEST(EPTPConfigValidation, MovesIntervalsToTheNearestBound)
@@ -318,14 +305,13 @@ TEST(EPTPConfig, CorrectsTheAnnounceReceiptTimeoutByTheCurrentAnnounceInterval)
     } const cases[] = {{26, 4, 1}, {0, 255, 255}, {-5, 255, 255}, {25, 3, 2}};
     for (auto const& c : cases) {
         SCOPED_TRACE(std::to_string(c.logAnnounceInterval));
-        RecordedInterface recorded;
-        EPTPConfig& record = recorded.interface.GetPTPConfig();
-        record.SetLogAnnounceInterval(c.logAnnounceInterval);
-        recorded.recorder->Clear();
-        record.SetAnnounceReceiptTimeout(c.given);
-        EXPECT_EQ(c.stored, record.GetAnnounceReceiptTimeout());
-        ASSERT_EQ(1u, recorded.recorder->calls.size());
-        EXPECT_EQ(std::to_string(c.stored), recorded.recorder->calls[0].values);
+        InTable in;
+        in.record.SetLogAnnounceInterval(c.logAnnounceInterval);
+        in.recorder->Clear();
+        in.record.SetAnnounceReceiptTimeout(c.given);
+        EXPECT_EQ(c.stored, in.record.GetAnnounceReceiptTimeout());
+        ASSERT_EQ(1u, in.recorder->calls.size());
+        EXPECT_EQ(std::to_string(c.stored), in.recorder->calls[0].values);
     }
 }
 
@@ -399,19 +385,12 @@ TEST(EPTPConfigText, ShowsPlainDecimalNumbers)
 
 TEST(EPTPConfig, DoesNotCompareTheParent)
 {
-    RecordedInterface recorded;
-    EXPECT_FALSE(recorded.interface.GetPTPConfig() != EPTPConfig());
+    ExpectParentNotCompared<EPTPConfig>();
 }
 
 TEST(EPTPConfig, IsLeaf34OfItsInterface)
 {
-    RecordedInterface recorded;
-    EComponentId id{9, 9};
-    recorded.interface.GetPTPConfig().GetID(id);
-    EXPECT_EQ("7.1.1.34", TextOf(id));
-    EPTPConfig().GetID(id);
-    EXPECT_EQ("34", TextOf(id));
-    EXPECT_EQ(34u, EPTPConfig().GetLocalId());
+    ExpectLeaf<EPTPConfig>(34);
 }
 
 TEST(EPTPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
@@ -420,80 +399,23 @@ TEST(EPTPConfig, SetsItsParentSilentlyAndCopyConstructionTakesIt)
     ExpectParentSetSilently<EPTPConfig>(*recorded.recorder, recorded.interface, [](auto& r) { r.SetPriority1(1); });
 }
 
-namespace {
-/// Keeps what the whole-record operation is told, so that it can be looked at later.
-class WholeRecordHooks : public EIgnoreInterfaceTableHooks {
-public:
-    std::vector<EPTPConfig> current;
-    std::vector<EPTPConfig> next;
-    void SettingPTPConfig(EPTPConfig const& now, EPTPConfig const& replacement) override
-    {
-        current.push_back(now);
-        next.push_back(replacement);
-    }
-};
-} // namespace
-
 TEST(EPTPConfig, CopyingAndEmptyingAreOneChangeOfTheWholeRecord)
 {
-    struct {
-        char const* name;
-        std::function<void(EPTPConfig&)> change;
-        EPTPConfig result;
-    } const cases[] = {
-        {"Copy", [](auto& r) { r.Copy(SampleV3()); }, SampleV3()},
-        {"operator=", [](auto& r) { r = SampleV3(); }, SampleV3()},
-        {"Empty", [](auto& r) { r.Empty(); }, EPTPConfig()},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        RecordedInterface recorded;
-        EPTPConfig& record = recorded.interface.GetPTPConfig();
-        record.SetPriority2(9);
-        EPTPConfig const before(record);
-
-        recorded.recorder->Clear();
-        c.change(record);
-        EXPECT_EQ(std::vector<std::string>{"SettingPTPConfig"}, recorded.recorder->Operations());
-
-        record = before;
-        auto const hooks = boost::make_shared<WholeRecordHooks>();
-        recorded.table.SetHooks("whole", hooks);
-        c.change(record);
-        ASSERT_EQ(1u, hooks->next.size());
-        EXPECT_FALSE(hooks->current[0] != before);
-        EXPECT_FALSE(hooks->next[0] != c.result);
-        EXPECT_FALSE(record != c.result);
-        EXPECT_EQ(&recorded.interface, record.GetParent());
-    }
+    EPTPConfig before;
+    before.SetPriority2(9);
+    ExpectCopyIsOneChange("SettingPTPConfig", before, SampleV3());
+    ExpectEmptyIsOneChange("SettingPTPConfig", before);
 }
 
 TEST(EPTPConfig, AssigningARecordToItselfDoesNothingButCopyAnnounces)
 {
-    RecordedInterface recorded;
-    EPTPConfig& record = recorded.interface.GetPTPConfig();
-    record = SampleV3();
-    recorded.recorder->Clear();
-    EPTPConfig const& itself = record;
-    record = itself;
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    record.Copy(itself);
-    EXPECT_EQ(std::vector<std::string>{"SettingPTPConfig"}, recorded.recorder->Operations());
-    EXPECT_FALSE(record != SampleV3());
+    ExpectCopiedToItself(SampleV3(), "", "SettingPTPConfig");
 }
 
 TEST(EPTPConfig, SwapExchangesAllButTheParentsAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EPTPConfig& record = recorded.interface.GetPTPConfig();
-    recorded.recorder->Clear();
-    EPTPConfig other = SampleV3();
-    record.Swap(other);
-    EXPECT_FALSE(record != SampleV3());
-    EXPECT_FALSE(other != EPTPConfig());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
-    EXPECT_EQ(nullptr, other.GetParent());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    InTable in;
+    ExpectSwapped(*in.recorder, in.record, SampleV3());
 }
 
 TEST(EPTPConfigArchive, WritesVersion3)
@@ -525,10 +447,9 @@ TEST(EPTPConfigArchive, KeepsTheGroupsThatTheVersionDoesNotCarry)
 
 TEST(EPTPConfigArchive, TakesValuesOutOfRangeAsTheyStandAndAnnouncesNothing)
 {
-    RecordedInterface recorded;
-    EPTPConfig& record = recorded.interface.GetPTPConfig();
-    recorded.recorder->Clear();
-    ReadInto(record, Golden("EPTPConfig.outOfRange.v2.hex"));
+    InTable in;
+    EPTPConfig const& record = in.record;
+    ExpectReadSilently(*in.recorder, in.record, Golden("EPTPConfig.outOfRange.v2.hex"));
     EXPECT_EQ(200, record.GetPercentageBadTimestamp());
     EXPECT_EQ(101, record.GetPercentageBadCrc());
     EXPECT_EQ(255, record.GetPercentageDropFollowUpMessages());
@@ -537,8 +458,6 @@ TEST(EPTPConfigArchive, TakesValuesOutOfRangeAsTheyStandAndAnnouncesNothing)
     EXPECT_EQ(127, record.GetLogSyncInterval());
     EXPECT_EQ(23, record.GetLogDelayRequestInterval());
     EXPECT_EQ(255, record.GetAnnounceReceiptTimeout());
-    EXPECT_TRUE(recorded.recorder->calls.empty());
-    EXPECT_EQ(&recorded.interface, record.GetParent());
 }
 
 TEST(EPTPConfigArchive, RefusesVersions0And4)
@@ -576,8 +495,8 @@ TEST(EPTPConfigEdit, EverySubIdWithASetterUsesIt)
         {19, "13", "SettingPTPPercentageDropDelayResponseMessages", "19",
          TextOfField<&EPTPConfig::GetPercentageDropDelayResponseMessages>, "19"},
     };
-    RecordedInterface recorded;
-    for (auto const& c : cases) ExpectEdited(*recorded.recorder, recorded.interface.GetPTPConfig(), c);
+    InTable in;
+    for (auto const& c : cases) ExpectEdited(*in.recorder, in.record, c);
 }
 
 TEST(EPTPConfigEdit, CorrectsTheTimeoutByTheRecordsAnnounceInterval)
@@ -591,46 +510,41 @@ TEST(EPTPConfigEdit, CorrectsTheTimeoutByTheRecordsAnnounceInterval)
 TEST(EPTPConfigEdit, StoresTheSpareFieldsUnannounced)
 {
     // Each edit must change exactly the golden file's value of its own field.
-    RecordedInterface recorded;
-    EPTPConfig& record = recorded.interface.GetPTPConfig();
-    record = SampleV2();
-    recorded.recorder->Clear();
-    for (SpareCase const& spare : kSampleSpares) {
+    InTable in(SampleV2());
+    EPTPConfig& record = in.record;
+    for (RawEdit const& spare : kSampleSpares) {
         SCOPED_TRACE(spare.subId);
         EPTPConfig const before(record);
         EXPECT_TRUE(Edit(record, {spare.subId, 99}, Bytes(spare.hex)));
         EXPECT_TRUE(record != before);
     }
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    EXPECT_TRUE(in.recorder->calls.empty());
     EXPECT_EQ(Golden("EPTPConfig.v3.hex"), Written(record));
 
-    for (SpareCase const& spare : {SpareCase{29, "1d"}, SpareCase{35, "23"}, SpareCase{39, "02 33 39"}})
+    for (RawEdit const& spare : {RawEdit{29, "1d"}, RawEdit{35, "23"}, RawEdit{39, "02 33 39"}})
         EXPECT_TRUE(Edit(record, {spare.subId}, Bytes(spare.hex)));
     std::string expected = Golden("EPTPConfig.v3.hex");
     expected.replace(expected.find(Bytes("00 f8 f9 f9 01 00")), 1, Bytes("1d"));             // word 0
     expected.replace(expected.find(Bytes("00 ff ff ff ff ff ff ff ff fd")), 1, Bytes("23")); // long word 2
     expected.replace(expected.find(Bytes("00 05 74 68 69 72 64")), 1, Bytes("02 33 39"));    // string 1
     EXPECT_EQ(expected, Written(record));
-    EXPECT_TRUE(recorded.recorder->calls.empty());
+    EXPECT_TRUE(in.recorder->calls.empty());
 }
 
 TEST(EPTPConfigEdit, RefusesTheDelayMechanismAndAllOthersAndReadsNothing)
 {
-    RecordedInterface recorded;
-    for (std::vector<unsigned int> const& subId :
-         std::vector<std::vector<unsigned int>>{{}, {0}, {12}, {41}, {42}, {0xffffffff}, {12, 5}})
-        ExpectRefused(*recorded.recorder, recorded.interface.GetPTPConfig(), subId);
+    InTable in;
+    ExpectEachRefused(*in.recorder, in.record, {{}, {0}, {12}, {41}, {42}, {0xffffffff}, {12, 5}});
 }
 
 TEST(EPTPConfigEdit, ReadsNoWiderNumberThanTheField)
 {
-    RecordedInterface recorded;
-    std::vector<SpareCase> cases = {{2, "fa 01 00 00"}, {13, "02"}, {20, "02"}};
+    std::vector<RawEdit> cases = {{2, "fa 01 00 00"}, {13, "02"}, {20, "02"}};
     for (unsigned int const subId :
          {3u, 4u, 5u, 6u, 7u, 8u, 9u, 10u, 11u, 15u, 17u, 18u, 19u, 21u, 22u, 23u, 24u, 25u, 26u, 27u, 28u})
         cases.push_back({subId, "f9 01 00"});
     for (unsigned int const subId : {29u, 30u, 31u, 32u}) cases.push_back({subId, "fc 01 00 00 00 00"});
     for (unsigned int const subId : {38u, 39u, 40u}) cases.push_back({subId, "05 61"}); // shorter than it says
-    for (SpareCase const& c : cases)
-        ExpectTooWide(*recorded.recorder, recorded.interface.GetPTPConfig(), c.subId, c.hex);
+    InTable in;
+    ExpectEachTooWide(*in.recorder, in.record, cases);
 }

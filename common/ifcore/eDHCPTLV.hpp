@@ -9,12 +9,14 @@ class IFCORE_API EDHCPTLV {
 public:
     EDHCPTLV() = default;
     EDHCPTLV(EDHCPTLV const&) = default;
+    EDHCPTLV(EDHCPTLV&&) = default;
     ~EDHCPTLV() = default;
     EDHCPTLV& operator=(EDHCPTLV const& other)
     {
         if (this != &other) Copy(other);
         return *this;
     }
+    EDHCPTLV& operator=(EDHCPTLV&&) = default;
     void Copy(EDHCPTLV const& other);
     bool operator!=(EDHCPTLV const& other) const;
 

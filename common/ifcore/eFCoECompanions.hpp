@@ -14,12 +14,14 @@ public:
 
     ENSRegOption() = default;
     ENSRegOption(ENSRegOption const&) = default;
+    ENSRegOption(ENSRegOption&&) = default;
     ~ENSRegOption() = default;
     ENSRegOption& operator=(ENSRegOption const& other)
     {
         Copy(other);
         return *this;
     }
+    ENSRegOption& operator=(ENSRegOption&&) = default;
     void Copy(ENSRegOption const& other);
     void Swap(ENSRegOption& other);
     bool operator!=(ENSRegOption const& other) const;
@@ -94,12 +96,14 @@ class IFCORE_API EFCNSQuery {
 public:
     EFCNSQuery() = default;
     EFCNSQuery(EFCNSQuery const&) = default;
+    EFCNSQuery(EFCNSQuery&&) = default;
     ~EFCNSQuery() = default;
     EFCNSQuery& operator=(EFCNSQuery const& other)
     {
         Copy(other);
         return *this;
     }
+    EFCNSQuery& operator=(EFCNSQuery&&) = default;
     void Copy(EFCNSQuery const& other);
     void Swap(EFCNSQuery& other);
     bool operator!=(EFCNSQuery const& other) const;

@@ -8,9 +8,7 @@
 
 EIPAddress EIPv6AddressItem::Values::Unspecified()
 {
-    unsigned char const zero[16] = {};
-    EIPAddress address;
-    address.SetAddress(zero, sizeof zero, 18);
+    static EIPAddress const address("::");
     return address;
 }
 

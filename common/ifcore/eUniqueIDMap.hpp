@@ -6,6 +6,7 @@
 #include "ifcoreExport.hpp"
 
 #include <memory>
+#include <variant>
 
 // std::auto_ptr is part of the container's interface and stays there; its deprecation is silenced in this header only.
 #pragma GCC diagnostic push
@@ -46,17 +47,17 @@ public:
 
     EUniqueIDMapImpl(std::auto_ptr<EFactory<Item>> factory, Parent parent, ParentSetter setParent,
                      bool (Item::*setLocalId)(unsigned int))
-        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalIdBool(setLocalId)
+        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalId(setLocalId)
     {
     }
     EUniqueIDMapImpl(std::auto_ptr<EFactory<Item>> factory, Parent parent, ParentSetter setParent,
                      void (Item::*setLocalId)(unsigned int))
-        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalIdVoid(setLocalId)
+        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalId(setLocalId)
     {
     }
     EUniqueIDMapImpl(std::auto_ptr<EFactory<Item>> factory, Parent parent, ParentSetter setParent,
                      unsigned int (Item::*setLocalId)(unsigned int))
-        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalIdUnsigned(setLocalId)
+        : m_parent(parent), m_factory(factory.release()), m_setParent(setParent), m_setLocalId(setLocalId)
     {
     }
     EUniqueIDMapImpl(EUniqueIDMapImpl const&) = delete;
@@ -71,9 +72,11 @@ public:
     {
         Item* const typed = static_cast<Item*>(item);
         if (!typed) return;
-        if (m_setLocalIdBool) (typed->*m_setLocalIdBool)(id);
-        if (m_setLocalIdVoid) (typed->*m_setLocalIdVoid)(id);
-        if (m_setLocalIdUnsigned) (typed->*m_setLocalIdUnsigned)(id);
+        std::visit(
+            [typed, id](auto setter) {
+                if (setter) (typed->*setter)(id);
+            },
+            m_setLocalId);
     }
     void* CreateNewItem() const override { return Factory().CreateItem(); }
     void* CreateNewItem(void const* item) const override
@@ -108,9 +111,8 @@ private:
     Parent m_parent;                                 // not owned, given to every item
     std::unique_ptr<EFactory<Item> const> m_factory; // null: the default one
     ParentSetter m_setParent;
-    bool (Item::*m_setLocalIdBool)(unsigned int) = nullptr; // of these three exactly one is set
-    void (Item::*m_setLocalIdVoid)(unsigned int) = nullptr;
-    unsigned int (Item::*m_setLocalIdUnsigned)(unsigned int) = nullptr;
+    std::variant<bool (Item::*)(unsigned int), void (Item::*)(unsigned int), unsigned int (Item::*)(unsigned int)>
+        m_setLocalId;
 };
 
 /// An owning list of records addressed by 32-bit ids, in ascending order of the ids. It writes each item's id and

@@ -81,8 +81,11 @@ public:
     EArchive& operator>>(std::string& value)
     {
         std::size_t const size = ReadCount();
-        unsigned char const* const bytes = ReadBytes(size); // never null: size is 0 when the archive is being written
-        value.assign(reinterpret_cast<char const*>(bytes), size);
+        unsigned char const* const bytes = ReadBytes(size);
+        if (size == 0)
+            value.clear();
+        else
+            value.assign(reinterpret_cast<char const*>(bytes), size);
         return *this;
     }
 
@@ -107,7 +110,14 @@ public:
     }
     /// Reads an `unsigned long` count of things that take at least one byte each; more than what remains is an error,
     /// so that the count may be used to allocate.
-    std::size_t ReadCount();
+    std::size_t ReadCount()
+    {
+        std::size_t const start = m_position;
+        unsigned long count = 0;
+        *this >> count;
+        if (__builtin_expect(count > GetRemaining(), false)) FailCount(start, count);
+        return count;
+    }
     std::size_t GetRemaining() const { return m_readLimit - m_position; }
     std::size_t GetOffset() const { return m_position; }
     /// Goes back to \p offset, where a value begins that turned out wrong, and throws the error.
@@ -126,6 +136,12 @@ private:
             return 1;
         else
             return std::numeric_limits<std::make_unsigned_t<Integer>>::max();
+    }
+    /// The least one that takes \p width bytes behind the first.
+    static constexpr unsigned long LeastPattern(unsigned int width)
+    {
+        if (width < 2) return width * (kLargestSingle + 1);
+        return 1UL << 8 * (width - 1);
     }
     template <class Integer> EArchive& WriteInteger(Integer value)
     {
@@ -163,6 +179,9 @@ private:
         return *this;
     }
     unsigned long ReadWidePattern(unsigned long largest, char const* type);
+    [[noreturn, gnu::cold, gnu::noinline]] void FailPattern(unsigned long largest, char const* type, unsigned int width,
+                                                            unsigned long pattern);
+    [[noreturn, gnu::cold, gnu::noinline]] void FailCount(std::size_t offset, unsigned long count);
     [[gnu::cold, gnu::noinline]] unsigned char const* FailBytes(std::size_t count);
     /// False, with nothing done, when the archive is being read.
     [[gnu::cold, gnu::noinline]] bool MakeRoom(std::size_t count);

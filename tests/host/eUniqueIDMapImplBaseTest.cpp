@@ -1,21 +1,25 @@
 #include "hostTestSupport.hpp"
+#include "slotOrder.hpp"
 
 #include "eUniqueIDMapImplBase.hpp"
 
 #include <cstdlib>
-#include <cstring>
+#include <map>
 #include <new>
+#include <random>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 // Allocations that are still granted before one fails; negative: all are.
 static long s_allocationsLeft = -1;
+static std::size_t s_bytesAllocated = 0; // ever
 
 // Not inlined: g++ would take malloc and free for a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     if (s_allocationsLeft >= 0 && s_allocationsLeft-- == 0) throw std::bad_alloc();
+    s_bytesAllocated += size;
     if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
     throw std::bad_alloc();
 }
@@ -127,14 +131,6 @@ class EUniqueIDMapImplBaseTest : public testing::Test {
 protected:
     ~EUniqueIDMapImplBaseTest() override { EXPECT_EQ(0, s_items); }
 };
-
-template <class Pointer> static std::size_t SlotOf(Pointer member)
-{
-    std::size_t words[2];
-    static_assert(sizeof words == sizeof member, "Itanium C++ ABI");
-    std::memcpy(words, &member, sizeof words);
-    return (words[0] - 1) / sizeof(void*);
-}
 
 TEST(EUniqueIDMapImplBase, CallbacksStandInTheirSlots)
 {
@@ -400,6 +396,177 @@ TEST_F(EUniqueIDMapImplBaseTest, AFailedAllocationLeavesTheContainerAsItWas)
     });
     EXPECT_EQ("1=0 2=1 3=2 4=3 5=4", container.Text());
     EXPECT_EQ(6U, container.PeekNextId());
+}
+
+/// What a container must hold: the value of each id.
+using Model = std::map<unsigned int, int>;
+
+static int const* ValueOf(Container const& container, unsigned int id)
+{
+    Item const* const item = static_cast<Item const*>(container.GetItem(container.find(id)));
+    return item ? &item->value : nullptr;
+}
+
+/// Asks both for every id that the model has, for its neighbours and for a few that are nowhere near.
+static void ExpectHolds(Container& container, Model const& model)
+{
+    ASSERT_EQ(model.size(), container.size());
+    Container const& constant = container;
+    auto const expectSame = [&](unsigned int id) {
+        auto const expected = model.find(id);
+        ASSERT_EQ(expected != model.end(), container.find(id) != container.end()) << id;
+        ASSERT_EQ(expected != model.end(), constant.find(id) != constant.end()) << id;
+        if (expected == model.end()) return;
+        ASSERT_EQ(id, container.find(id)->first);
+        ASSERT_NE(nullptr, ValueOf(container, id)) << id;
+        ASSERT_EQ(expected->second, *ValueOf(container, id)) << id;
+    };
+    for (unsigned int id : {0U, 1U, 0x7FFFFFFFU, 0xFFFFFFFFU}) ASSERT_NO_FATAL_FAILURE(expectSame(id));
+    for (auto const& entry : model)
+        for (unsigned int id : {entry.first - 1, entry.first, entry.first + 1})
+            ASSERT_NO_FATAL_FAILURE(expectSame(id));
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, FindsWhatAPlainMapFindsWhateverIsDone)
+{
+    for (unsigned int seed = 1; seed <= 12; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        auto const below = [&random](unsigned int limit) { return static_cast<unsigned int>(random() % limit); };
+        unsigned int const base = seed % 3 == 0 ? 0xFFFFF000U : seed % 3 == 1 ? 0U : 1000000U;
+        int parents[2] = {};
+        Container container(&parents[0]);
+        Container other(&parents[1]);
+        Model model;
+        Model otherModel;
+        auto const add = [&](unsigned int id) {
+            container.Add(id, static_cast<int>(id % 1000));
+            model[id] = static_cast<int>(id % 1000);
+        };
+        auto const removeAny = [&] {
+            if (model.empty()) return;
+            auto victim = model.lower_bound(base + below(2000));
+            if (victim == model.end()) victim = model.begin();
+            ASSERT_TRUE(container.RemoveItem(container.find(victim->first)));
+            model.erase(victim);
+        };
+        for (int step = 0; step < 1200; ++step) {
+            unsigned int const action = below(100);
+            if (action < 45) {
+                unsigned int const id = container.Add(step);
+                if (id != 0) model[id] = step;
+            } else if (action < 60) {
+                add(base + below(2000));
+            } else if (action < 63) {
+                add(static_cast<unsigned int>(random()));
+            } else if (action < 65) { // more than a tiny container, downwards
+                for (unsigned int i = 40; i > 0; --i) add(base + 100 + 3 * i);
+            } else if (action < 93) {
+                ASSERT_NO_FATAL_FAILURE(removeAny());
+            } else if (action < 94) {
+                for (std::size_t left = 5; model.size() > left;) ASSERT_NO_FATAL_FAILURE(removeAny());
+            } else if (action < 96) {
+                container.Swap(other);
+                model.swap(otherModel);
+            } else if (action < 98) {
+                other = container;
+                otherModel = model;
+            } else if (action < 99) {
+                EArchive archive;
+                container.SerializeOut(archive);
+                archive.SetMode(2);
+                container.SerializeIn(archive);
+            } else if (below(4) == 0) {
+                container.Empty();
+                model.clear();
+            }
+            if (step % 20 != 0) continue;
+            ASSERT_NO_FATAL_FAILURE(ExpectHolds(container, model)) << step;
+            ASSERT_NO_FATAL_FAILURE(ExpectHolds(other, otherModel)) << step;
+        }
+    }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AContainerThatShrinksAndGrowsAgainFindsItsItems)
+{
+    for (int count : {25, 1000}) {
+        Container container;
+        Model model;
+        for (int value = 0; value < count; ++value) model[container.Add(value)] = value;
+        ExpectHolds(container, model);
+        for (std::size_t left : {500U, 100U, 20U, 17U, 16U, 15U, 8U, 5U, 3U, 0U}) {
+            SCOPED_TRACE(testing::Message() << left << " left of " << count);
+            unsigned int freed = 1;
+            while (model.size() > left) {
+                freed = model.begin()->first;
+                container.RemoveItem(container.find(freed));
+                model.erase(freed);
+            }
+            for (unsigned int id : {freed, 1U}) { // close to the others and far from them
+                container.Add(id, 70);
+                model[id] = 70;
+                ExpectHolds(container, model);
+            }
+        }
+        for (int value = 0; value < 100; ++value) model[container.Add(value)] = value;
+        ExpectHolds(container, model);
+    }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, FarIdsTakeNoMoreMemoryThanNearOnes)
+{
+    for (unsigned int step : {1U, 3U, 5U, 1000U, 4000000U}) {
+        SCOPED_TRACE(step);
+        Container container;
+        Model model;
+        std::size_t const before = s_bytesAllocated;
+        for (unsigned int i = 0; i < 1000; ++i) container.Add(i * step, 1);
+        container.Add(0xFFFFFFFF, 1);
+        container.Add(0x80000000, 1);
+        // The items, the nodes of the map, and whatever was ever allocated to find them.
+        EXPECT_LT(s_bytesAllocated - before, 1000U * 1000U);
+        for (unsigned int i = 0; i < 1000; ++i) model[i * step] = 1;
+        model[0xFFFFFFFF] = 1;
+        model[0x80000000] = 1;
+        ExpectHolds(container, model);
+    }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, AFailedAllocationLosesNoItemOfALargeContainer)
+{
+    for (int count : {10, 16, 21, 22, 64, 128, 500}) {
+        for (long granted = 0; granted < 6; ++granted) {
+            SCOPED_TRACE(testing::Message() << count << " items, " << granted << " allocations");
+            Container container;
+            Model model;
+            for (int value = 0; value < count; ++value) model[container.Add(value)] = value;
+            for (int value = 0; value < 40; ++value) { // each of them is refused its allocation number `granted`
+                Item* const item = container.Make(value);
+                unsigned int const id = container.PeekNextId();
+                bool added = true;
+                s_allocationsLeft = granted;
+                try {
+                    container.AddOwnedItem(item);
+                } catch (std::bad_alloc const&) {
+                    added = false;
+                }
+                s_allocationsLeft = -1;
+                EXPECT_TRUE(added || granted == 0);
+                if (added) model[id] = value;
+                ASSERT_NO_FATAL_FAILURE(ExpectHolds(container, model));
+            }
+            Container copy;
+            s_allocationsLeft = granted;
+            try {
+                copy = container;
+            } catch (std::bad_alloc const&) {
+                EXPECT_EQ(0U, copy.size());
+            }
+            s_allocationsLeft = -1;
+            copy = container;
+            ExpectHolds(copy, model);
+        }
+    }
 }
 
 TEST_F(EUniqueIDMapImplBaseTest, TheArchiveIsTheGeneratorTheCountAndTheItemsInOrder)

@@ -102,6 +102,35 @@ TEST(EVLANIPAddressTableItemProperties, SetVLANCountKeepsWhatStaysAndFillsWithZe
     EXPECT_TRUE(properties == Properties());
 }
 
+TEST(EVLANIPAddressTableItemProperties, AStackMayBeOfAnyDepth)
+{
+    for (unsigned int levels = 0; levels <= 8; ++levels) {
+        SCOPED_TRACE(levels);
+        Properties properties(levels, true);
+        for (unsigned int level = 0; level < 10; ++level) properties.SetVlanTag(0x1001 + level, level);
+        EXPECT_EQ(levels, properties.GetVLANCount());
+        for (unsigned int level = 0; level < 10; ++level)
+            EXPECT_EQ(level < levels ? 0x1001 + level : 0, properties.GetVlanTag(level));
+        for (unsigned int fewer = 0; fewer <= levels; ++fewer) {
+            SCOPED_TRACE(fewer);
+            Properties changed = properties;
+            changed.SetVLANCount(fewer);
+            EXPECT_EQ(fewer, changed.GetVLANCount());
+            EXPECT_EQ(fewer == levels, changed == properties);
+            changed.SetVLANCount(levels);
+            for (unsigned int level = 0; level < levels; ++level)
+                EXPECT_EQ(level < fewer ? 0x1001 + level : 0, changed.GetVlanTag(level));
+        }
+        if (levels == 0) continue;
+        Properties other = properties;
+        EXPECT_TRUE(other == properties);
+        other.SetVLANID(9, levels - 1);
+        EXPECT_TRUE(other != properties);
+        other.SetVLANID(static_cast<unsigned short>(levels), levels - 1);
+        EXPECT_TRUE(other == properties);
+    }
+}
+
 TEST(EVLANIPAddressTableItemProperties, EqualityComparesSwitchCountAndTags)
 {
     Properties disabled = Sample();
@@ -126,6 +155,11 @@ TEST(EVLANIPAddressTableItemPropertiesArchive, IsTheSwitchTheCountAndTheTags)
     EXPECT_TRUE(Sample() == Read<Properties>("0102f9b06407"));
     EXPECT_TRUE(Properties(3, false) == Read<Properties>("0003000000"));
     ExpectRefusedWhenTruncated("0102f9b06407", Properties(1, true));
+    Properties five(5, false);
+    for (unsigned int level = 0; level < 5; ++level) five.SetVlanTag(level + 1, level);
+    EXPECT_EQ("00050102030405", Written(five));
+    EXPECT_TRUE(five == Read<Properties>("00050102030405"));
+    ExpectRefusedWhenTruncated("00050102030405", Properties(1, true));
     EArchive storing;
     Properties read = Sample();
     storing >> read;

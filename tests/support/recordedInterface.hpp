@@ -16,3 +16,46 @@ struct RecordedInterface {
         table.SetHooks("recorder", recorder);
     }
 };
+
+/// The record of this type that every interface has.
+template <class Record> Record& RecordOf(EInterfaceItem& interface);
+template <> inline EIPv4AddressItem& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetIPv4AddressItem();
+}
+template <> inline EDHCPProperties& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetDHCPProperties();
+}
+template <> inline EDHCPv6Properties& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetDHCPv6Properties();
+}
+template <> inline EFCoEConfig& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetFCoEConfig();
+}
+template <> inline ENPIVConfig& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetNPIVConfig();
+}
+template <> inline EPTPConfig& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetPTPConfig();
+}
+template <> inline ELLDPConfig& RecordOf(EInterfaceItem& interface)
+{
+    return interface.GetLLDPConfig();
+}
+
+/// That interface's record, fresh or with the given contents, of which nothing has been heard yet.
+template <class Record> struct RecordInTable : RecordedInterface {
+    Record& record;
+
+    RecordInTable() : record(RecordOf<Record>(interface)) { recorder->Clear(); }
+    explicit RecordInTable(Record const& contents) : RecordInTable()
+    {
+        record = contents;
+        recorder->Clear();
+    }
+};

@@ -9,6 +9,8 @@
 #include "eVLAN.hpp"
 #include "eVLANIPAddressTableItemProperties.hpp"
 
+#include <any>
+#include <cstddef>
 #include <functional>
 #include <list>
 #include <string>
@@ -60,14 +62,21 @@ class Recorder : public EInterfaceTableHooks {
 public:
     struct Call {
         std::string operation;
-        void const* record; // the one that changes
-        std::string values; // the further arguments, joined by ", "
+        void const* record;          // the one that changes
+        std::string values;          // the further arguments, joined by ", "
+        std::vector<std::any> given; // pointers to them; to be followed while the call lasts only
     };
     std::vector<Call> calls;
     std::function<void()> whenCalled; ///< Runs inside each call: what the record holds then is the value to look at.
 
     std::vector<std::string> Operations() const;
     void Clear() { calls.clear(); }
+
+    /// From whenCalled: a further argument of this call, by its exact type.
+    template <class Value> Value const& Argument(std::size_t index) const
+    {
+        return *std::any_cast<Value const*>(calls.back().given.at(index));
+    }
 
 #define EHOOK(operation, ...)                                                                                          \
     void operation(EHOOK_PARAMETERS(__VA_ARGS__)) override                                                             \
@@ -82,7 +91,7 @@ private:
     {
         std::string values;
         ((values += (values.empty() ? "" : ", ") + TextOf(value)), ...);
-        calls.push_back({operation, &record, values});
+        calls.push_back({operation, &record, values, {std::any(&value)...}});
         if (whenCalled) whenCalled();
     }
 };

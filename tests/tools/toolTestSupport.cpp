@@ -1,5 +1,7 @@
 #include "toolTestSupport.hpp"
 
+#include "golden.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -136,16 +138,8 @@ std::string GoldenText(std::string const& name)
 
 std::vector<unsigned char> GoldenBytes(std::string const& name)
 {
-    std::istringstream lines(GoldenText(name));
-    std::string digits;
-    for (std::string line; std::getline(lines, line);)
-        for (char c : line.substr(0, line.find('#')))
-            if (!std::isspace(static_cast<unsigned char>(c))) digits += c;
-    if (digits.size() % 2 != 0) throw std::runtime_error(name + ": half a byte");
-    std::vector<unsigned char> bytes;
-    for (std::size_t i = 0; i < digits.size(); i += 2)
-        bytes.push_back(static_cast<unsigned char>(std::stoul(digits.substr(i, 2), nullptr, 16)));
-    return bytes;
+    std::string const bytes = Golden(name);
+    return {bytes.begin(), bytes.end()};
 }
 
 } // namespace toolTest

@@ -55,7 +55,7 @@ private:
     std::string m_name;
 };
 
-/// Bytes of tests/golden/\p name: hexadecimal digits, "#" begins a comment.
+/// Golden() as the numbers that the program works on.
 std::vector<unsigned char> GoldenBytes(std::string const& name);
 
 /// Text of tests/golden/\p name.

@@ -4,6 +4,7 @@
 #include "eUniqueIDMapImplBase.hpp"
 
 #include <cstdlib>
+#include <malloc.h>
 #include <map>
 #include <new>
 #include <random>
@@ -13,22 +14,25 @@
 
 // Allocations that are still granted before one fails; negative: all are.
 static long s_allocationsLeft = -1;
-static std::size_t s_bytesAllocated = 0; // ever
+static std::size_t s_bytesInUse = 0;
 
 // Not inlined: g++ would take malloc and free for a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     if (s_allocationsLeft >= 0 && s_allocationsLeft-- == 0) throw std::bad_alloc();
-    s_bytesAllocated += size;
-    if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
+    void* const memory = std::malloc(size > 0 ? size : 1);
+    if (!memory) throw std::bad_alloc();
+    s_bytesInUse += malloc_usable_size(memory);
+    return memory;
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
+    s_bytesInUse -= malloc_usable_size(memory);
     std::free(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
+    s_bytesInUse -= malloc_usable_size(memory);
     std::free(memory);
 }
 
@@ -423,8 +427,7 @@ static void ExpectHolds(Container& container, Model const& model)
     };
     for (unsigned int id : {0U, 1U, 0x7FFFFFFFU, 0xFFFFFFFFU}) ASSERT_NO_FATAL_FAILURE(expectSame(id));
     for (auto const& entry : model)
-        for (unsigned int id : {entry.first - 1, entry.first, entry.first + 1})
-            ASSERT_NO_FATAL_FAILURE(expectSame(id));
+        for (unsigned int id : {entry.first - 1, entry.first, entry.first + 1}) ASSERT_NO_FATAL_FAILURE(expectSame(id));
 }
 
 TEST_F(EUniqueIDMapImplBaseTest, FindsWhatAPlainMapFindsWhateverIsDone)
@@ -519,17 +522,43 @@ TEST_F(EUniqueIDMapImplBaseTest, FarIdsTakeNoMoreMemoryThanNearOnes)
         SCOPED_TRACE(step);
         Container container;
         Model model;
-        std::size_t const before = s_bytesAllocated;
+        std::size_t const before = s_bytesInUse;
         for (unsigned int i = 0; i < 1000; ++i) container.Add(i * step, 1);
         container.Add(0xFFFFFFFF, 1);
         container.Add(0x80000000, 1);
-        // The items, the nodes of the map, and whatever was ever allocated to find them.
-        EXPECT_LT(s_bytesAllocated - before, 1000U * 1000U);
+        EXPECT_LT(s_bytesInUse - before, 1000U * 250U); // an item, a node of the map and what helps to find it
         for (unsigned int i = 0; i < 1000; ++i) model[i * step] = 1;
         model[0xFFFFFFFF] = 1;
         model[0x80000000] = 1;
         ExpectHolds(container, model);
     }
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, WhatHelpsToFindItemsGoesWithThem)
+{
+    std::size_t const before = s_bytesInUse;
+    Container container;
+    for (int value = 0; value < 100000; ++value) container.Add(value);
+    for (unsigned int id = 1; id <= 100000 - 20; ++id) container.RemoveItem(container.find(id));
+    EXPECT_EQ(20U, container.size());
+    EXPECT_LT(s_bytesInUse - before, 20U * 1000U);
+    for (unsigned int id = 99990; id <= 100000; ++id) EXPECT_NE(nullptr, ValueOf(container, id));
+}
+
+TEST_F(EUniqueIDMapImplBaseTest, SmallIdsAreNotTakenForIdsBehindTheGreatest)
+{
+    Container container;
+    Model model;
+    auto const add = [&](unsigned int id) {
+        container.Add(id, 1);
+        model[id] = 1;
+    };
+    for (unsigned int id = 0xFFFFFF00; id < 0xFFFFFF40; ++id) add(id);
+    for (unsigned int id = 0; id < 12; ++id) add(id);
+    ExpectHolds(container, model);
+    add(0xFFFFFFFF);
+    for (unsigned int id = 12; id < 100; ++id) add(id);
+    ExpectHolds(container, model);
 }
 
 TEST_F(EUniqueIDMapImplBaseTest, AFailedAllocationLosesNoItemOfALargeContainer)

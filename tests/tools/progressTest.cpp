@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <thread>
-
-#include <fcntl.h>
+#include <poll.h>
 #include <pty.h>
 #include <unistd.h>
 
@@ -19,7 +17,6 @@ public:
     {
         int terminal = -1;
         EXPECT_EQ(0, openpty(&m_master, &terminal, nullptr, nullptr, nullptr));
-        fcntl(m_master, F_SETFL, O_NONBLOCK);
         m_saved = dup(STDERR_FILENO);
         dup2(terminal, STDERR_FILENO);
         close(terminal);
@@ -30,11 +27,19 @@ public:
         close(m_saved);
         close(m_master);
     }
-    std::string Read() const
+    /// All that has been written so far: what comes before a mark that is written now.
+    std::string Written() const
     {
-        char text[4096];
-        ssize_t const count = read(m_master, text, sizeof text);
-        return count > 0 ? std::string(text, static_cast<std::size_t>(count)) : "";
+        EXPECT_EQ(1, write(STDERR_FILENO, "#", 1));
+        std::string text;
+        pollfd end = {m_master, POLLIN, 0};
+        while (text.find('#') == std::string::npos && poll(&end, 1, 10000) == 1) {
+            char piece[256];
+            ssize_t const count = read(m_master, piece, sizeof piece);
+            if (count <= 0) break;
+            text.append(piece, static_cast<std::size_t>(count));
+        }
+        return text.substr(0, text.find('#'));
     }
 
 private:
@@ -42,22 +47,35 @@ private:
     int m_saved = -1;
 };
 
+Progress::Clock::time_point theTime;
+
+Progress::Clock::time_point TheTime()
+{
+    return theTime;
+}
+
 } // namespace
 
 TEST(Progress, ShowsItselfOnATerminalAfterASecondAndIsWipedOut)
 {
+    struct {
+        int milliseconds; // since the step before
+        char const* written;
+    } const steps[] = {{999, ""},
+                       {1, "\r\033[Kimporting link 2 of 5"},
+                       {99, ""}, // too soon after the last one
+                       {1, "\r\033[Kimporting link 4 of 5"},
+                       {5000, "\r\033[Kimporting link 5 of 5"}};
     TerminalForErrors const terminal;
     {
-        Progress progress("importing link", 3);
-        progress.Step();
-        EXPECT_EQ("", terminal.Read());
-        std::this_thread::sleep_for(std::chrono::milliseconds(1100));
-        progress.Step();
-        EXPECT_EQ("\r\033[Kimporting link 2 of 3", terminal.Read());
-        progress.Step(); // too soon after the last one
-        EXPECT_EQ("", terminal.Read());
+        Progress progress("importing link", 5, TheTime);
+        for (auto const& step : steps) {
+            theTime += std::chrono::milliseconds(step.milliseconds);
+            progress.Step();
+            EXPECT_EQ(step.written, terminal.Written());
+        }
     }
-    EXPECT_EQ("\r\033[K", terminal.Read());
+    EXPECT_EQ("\r\033[K", terminal.Written());
 }
 
 TEST(Progress, QuickWorkShowsNothing)
@@ -68,5 +86,5 @@ TEST(Progress, QuickWorkShowsNothing)
         progress.Step();
         progress.Step();
     }
-    EXPECT_EQ("", terminal.Read());
+    EXPECT_EQ("", terminal.Written());
 }

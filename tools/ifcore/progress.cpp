@@ -9,8 +9,8 @@ namespace ifcoreTool {
 constexpr std::chrono::milliseconds kPatience{1000};
 constexpr std::chrono::milliseconds kInterval{100};
 
-Progress::Progress(std::string const& what, std::size_t steps)
-    : m_what(what), m_steps(steps), m_isTerminal(isatty(STDERR_FILENO) == 1), m_next(Clock::now() + kPatience)
+Progress::Progress(std::string const& what, std::size_t steps, Now now)
+    : m_what(what), m_steps(steps), m_now(now), m_isTerminal(isatty(STDERR_FILENO) == 1), m_next(now() + kPatience)
 {
 }
 
@@ -22,10 +22,11 @@ Progress::~Progress()
 void Progress::Step()
 {
     ++m_done;
-    if (!m_isTerminal || Clock::now() < m_next) return;
-    m_next = Clock::now() + kInterval;
+    if (!m_isTerminal || m_now() < m_next) return;
+    m_next = m_now() + kInterval;
     m_isShown = true;
-    std::cerr << "\r\033[K" << m_what << " " << m_done << " of " << m_steps << std::flush;
+    // One write: standard error is not buffered.
+    std::cerr << "\r\033[K" + m_what + " " + std::to_string(m_done) + " of " + std::to_string(m_steps) << std::flush;
 }
 
 } // namespace ifcoreTool

@@ -10,7 +10,10 @@ namespace ifcoreTool {
 /// The line is wiped out at the end.
 class Progress {
 public:
-    Progress(std::string const& what, std::size_t steps);
+    using Clock = std::chrono::steady_clock;
+    using Now = Clock::time_point (*)(); ///< Where the time comes from.
+
+    Progress(std::string const& what, std::size_t steps, Now now = Clock::now);
     ~Progress();
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
@@ -18,11 +21,10 @@ public:
     void Step();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     std::string m_what;
     std::size_t m_steps;
     std::size_t m_done = 0;
+    Now m_now;
     bool m_isTerminal;
     bool m_isShown = false;
     Clock::time_point m_next;

@@ -9,7 +9,7 @@ export FUZZ_SECONDS JOBS DESTDIR
 .PHONY: build demo test bench fuzz docs install lint coverage package clean help
 
 build:
-	@scripts/bootstrap build
+	@scripts/bootstrap build test
 	cmake --preset release
 	cmake --build --preset release -j $(JOBS) --target deliverables
 

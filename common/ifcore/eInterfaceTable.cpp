@@ -1,5 +1,6 @@
 #include "eInterfaceTable.hpp"
 
+#include "eAddressFamily.hpp"
 #include "eArchiveLayout.hpp"
 #include "eGreTunnel.hpp"
 #include "eIPLookupInterfaceTableHooks.hpp"
@@ -191,8 +192,6 @@ EInterfaceItem const* EInterfaceTable::GetFirstDHCPv6Interface() const
 {
     return FirstItem(*this, [](EInterfaceItem const& item) { return item.IsEnabled() && item.IsDHCPv6Enabled(); });
 }
-
-static unsigned int const kIPv4Family = 17;
 
 static bool HasAddress(EInterfaceItem const& item, EIPAddress const& address)
 {

@@ -13,6 +13,8 @@
 #include "eIPv6AddressItem.hpp"
 #include "eInterfaceData.hpp"
 #include "eInterfaceItem.hpp"
+#include "eInterfaceTLVBuilder.hpp"
+#include "eInterfaceTLVParser.hpp"
 #include "eInterfaceTable.hpp"
 #include "eInterfaceTableHooks.hpp"
 #include "eLldpConfig.hpp"

@@ -9,6 +9,10 @@
 #include "eUniqueIDGenerator.hpp"
 #include "eUniqueIDMapImplBase.hpp"
 #include "eVLANIPAddressTableItemProperties.hpp"
+#include "tlvBuilder.hpp"
+#include "tlvIds.hpp"
+#include "tlvParserMapTable.hpp"
+#include "tlvReader.hpp"
 
 #include <arpa/inet.h>
 
@@ -341,4 +345,72 @@ void EUniqueIDMapImplBase::SerializeOut(EArchive& archive) const
 {
     archive << m_generator << static_cast<unsigned long>(m_items.size());
     for (auto const& entry : m_items) SerializeItemOut(entry.second, archive);
+}
+
+// Messages of nested TLVs
+
+std::vector<char const*> TLVReader::external_tlv_table;
+
+std::vector<char const*>& Protocol::TLVBuilder::known_tlv_table()
+{
+    static std::vector<char const*> names;
+    return names;
+}
+static unsigned int Register(char const* name)
+{
+    std::vector<char const*>& names = Protocol::TLVBuilder::known_tlv_table();
+    names.resize(names.size() + 3); // on purpose numbers without names between the ids: a host may have such
+    names.back() = name;
+    return static_cast<unsigned int>(names.size() - 1);
+}
+TLVIds::TLVId::TLVId(char const* name) : m_index(Register(name)) {}
+
+#define MINIMAL_HOST_ID(group, name) TLVIds::TLVId const TLVIds::group::name("minimal." #name);
+#include "minimalHostIds.def"
+
+std::vector<void (*)()>& GetTLVParserMapTable()
+{
+    static std::vector<void (*)()> initializers;
+    return initializers;
+}
+
+static void AppendU32(Protocol::EBytes& out, unsigned int value)
+{
+    for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(value >> shift & 0xFFU));
+}
+/// Makes room for the value too: a TLV is there whole or not at all.
+static void AppendHeader(Protocol::EBytes& out, TLVIds::TLVId const& id, std::size_t length)
+{
+    out.reserve(out.size() + 8 + length);
+    AppendU32(out, id.GetIndex());
+    AppendU32(out, static_cast<unsigned int>(length));
+}
+void Protocol::TLVAppendId(EBytes& out, TLVIds::TLVId const& id)
+{
+    AppendU32(out, id.GetIndex());
+}
+void Protocol::AppendIntTLV(EBytes& out, TLVIds::TLVId const& id, int value)
+{
+    AppendUnsignedIntTLV(out, id, static_cast<unsigned int>(value));
+}
+void Protocol::AppendUnsignedIntTLV(EBytes& out, TLVIds::TLVId const& id, unsigned int value)
+{
+    AppendHeader(out, id, 4);
+    AppendU32(out, value);
+}
+void Protocol::AppendStringTLV(EBytes& out, TLVIds::TLVId const& id, std::string const& value)
+{
+    AppendHeader(out, id, value.size());
+    out.insert(out.end(), value.begin(), value.end());
+}
+void Protocol::AppendIPTLV(EBytes& out, TLVIds::TLVId const& id, EIPAddress const& value)
+{
+    unsigned int const count = value.GetFamily() == 17 ? 4 : 16;
+    AppendHeader(out, id, count);
+    out.insert(out.end(), value.GetBytes(), value.GetBytes() + count);
+}
+void Protocol::AppendCompIdTLV(EBytes& out, TLVIds::TLVId const& id, EComponentId const& value)
+{
+    AppendHeader(out, id, 4 * std::size_t{value.GetIdSize()});
+    for (unsigned int const level : value.GetId()) AppendU32(out, level);
 }

@@ -1,0 +1,3 @@
+#include "tlvReader.hpp"
+
+std::vector<char const*> TLVReader::external_tlv_table;

@@ -2,6 +2,7 @@
 
 #include "eArchive.hpp"
 
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -49,9 +50,27 @@ ESequenceField<WrittenCount, ReadCount, Sequence> Appended(Sequence& sequence)
     return {sequence};
 }
 
+/// A vector as the host's templates archive it: its count and its elements. What is read replaces the contents; an
+/// archive of the wrong direction ends the process.
+template <class Vector> struct EVectorField {
+    Vector& vector;
+};
+template <class Vector> EVectorField<Vector> AsVector(Vector& vector)
+{
+    return {vector};
+}
+
 template <class Field> void WriteField(EArchive& archive, Field const& field)
 {
     archive << field;
+}
+template <class Element, std::size_t count> void WriteField(EArchive& archive, std::array<Element, count> const& fields)
+{
+    for (Element const& field : fields) archive << field;
+}
+template <class Vector> void WriteField(EArchive& archive, EVectorField<Vector> const& field)
+{
+    SerializeOut(archive, field.vector);
 }
 template <class Written, class Read, class Field>
 void WriteField(EArchive& archive, EConvertedField<Written, Read, Field> const& converted)
@@ -68,6 +87,14 @@ void WriteField(EArchive& archive, ESequenceField<WrittenCount, ReadCount, Seque
 template <class Field> void ReadField(EArchive& archive, Field& field)
 {
     archive >> field;
+}
+template <class Element, std::size_t count> void ReadField(EArchive& archive, std::array<Element, count>& fields)
+{
+    for (Element& field : fields) archive >> field;
+}
+template <class Vector> void ReadField(EArchive& archive, EVectorField<Vector>& field)
+{
+    SerializeIn(archive, field.vector);
 }
 template <class Written, class Read, class Field>
 void ReadField(EArchive& archive, EConvertedField<Written, Read, Field>& converted)
@@ -130,4 +157,24 @@ public:
 private:
     EArchive& m_archive;
     unsigned int m_version = 0;
+};
+
+/// Writes a record that has no version: every field of its layout.
+class EUnversionedWriter {
+public:
+    explicit EUnversionedWriter(EArchive& archive) : m_archive(archive) {}
+    template <class Field> void Each(Field const& field) { WriteField(m_archive, field); }
+
+private:
+    EArchive& m_archive;
+};
+
+/// Reads a record that has no version: every field of its layout.
+class EUnversionedReader {
+public:
+    explicit EUnversionedReader(EArchive& archive) : m_archive(archive) {}
+    template <class Field> void Each(Field&& field) { ReadField(m_archive, field); }
+
+private:
+    EArchive& m_archive;
 };

@@ -14,22 +14,12 @@ template <class Id> static auto TieId(Id& id)
     return std::tie(mac, interfaceName, subType);
 }
 
-/// Calls \p field for each field of a chassis or port id in the order of the archive; an id has no version of its own.
-template <class Id, class Field> static void ForEachArchived(Id& id, Field const& field)
+/// Of a chassis or a port id, which has no version of its own.
+template <class Archive, class Id> static void IdLayout(Archive archive, Id& id)
 {
-    field(id.mac);
-    field(id.interfaceName);
-    field(As<unsigned char>(id.subType)); // on purpose narrowed: the low 8 bits
-}
-
-template <class Id> static void WriteId(EArchive& archive, Id const& id)
-{
-    ForEachArchived(id, [&archive](auto const& field) { WriteField(archive, field); });
-}
-
-template <class Id> static void ReadId(EArchive& archive, Id& id)
-{
-    ForEachArchived(id, [&archive](auto&& field) { ReadField(archive, field); });
+    archive.Each(id.mac);
+    archive.Each(id.interfaceName);
+    archive.Each(As<unsigned char>(id.subType)); // on purpose narrowed: the low 8 bits
 }
 
 bool ELLDPConfig::LLDPChassisId::operator!=(LLDPChassisId const& other) const
@@ -39,12 +29,12 @@ bool ELLDPConfig::LLDPChassisId::operator!=(LLDPChassisId const& other) const
 
 void ELLDPConfig::LLDPChassisId::SerializeOut(EArchive& archive) const
 {
-    WriteId(archive, *this);
+    IdLayout(EUnversionedWriter(archive), *this);
 }
 
 void ELLDPConfig::LLDPChassisId::SerializeIn(EArchive& archive)
 {
-    ReadId(archive, *this);
+    IdLayout(EUnversionedReader(archive), *this);
 }
 
 bool ELLDPConfig::LLDPPortId::operator!=(LLDPPortId const& other) const
@@ -54,12 +44,12 @@ bool ELLDPConfig::LLDPPortId::operator!=(LLDPPortId const& other) const
 
 void ELLDPConfig::LLDPPortId::SerializeOut(EArchive& archive) const
 {
-    WriteId(archive, *this);
+    IdLayout(EUnversionedWriter(archive), *this);
 }
 
 void ELLDPConfig::LLDPPortId::SerializeIn(EArchive& archive)
 {
-    ReadId(archive, *this);
+    IdLayout(EUnversionedReader(archive), *this);
 }
 
 template <class Values> static auto Tie(Values& v)

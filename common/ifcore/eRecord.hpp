@@ -61,8 +61,8 @@ template <class... Field> bool Differ(std::tuple<Field&...> const& a, std::tuple
 
 /// Announces the new value while the record still holds the old one, then stores it. The copy is made first: what has
 /// been announced cannot fail any more, and \p value may belong to what the observer changes meanwhile.
-template <class Record, class Announced, class Field, class Value>
-void NotifyAndStore(Record& record, void (EInterfaceTableHooks::*operation)(Record const&, Announced), Field& field,
+template <class Record, class Hooks, class Announced, class Field, class Value>
+void NotifyAndStore(Record& record, void (Hooks::*operation)(Record const&, Announced), Field& field,
                     Value const& value)
 {
     Field next(value);
@@ -81,9 +81,8 @@ void StoreAndNotify(Record& record, void (EInterfaceTableHooks::*operation)(Reco
 }
 
 /// Announces the replacement of the whole record once, then swaps the new contents in. The parent stays.
-template <class Record>
-void NotifyAndSwap(Record& record, void (EInterfaceTableHooks::*operation)(Record const&, Record const&),
-                   Record&& replacement)
+template <class Record, class Hooks>
+void NotifyAndSwap(Record& record, void (Hooks::*operation)(Record const&, Record const&), Record&& replacement)
 {
     (record.GetHooks().*operation)(record, replacement);
     record.Swap(replacement);

@@ -2,6 +2,7 @@
 #include "eBlob.hpp"
 #include "eComponentId.hpp"
 #include "eFormatUtils.hpp"
+#include "eHalOutgoing.hpp"
 #include "eIPAddress.hpp"
 #include "eIPMaskedAddress.hpp"
 #include "eMACAddress.hpp"
@@ -413,4 +414,17 @@ void Protocol::AppendCompIdTLV(EBytes& out, TLVIds::TLVId const& id, EComponentI
 {
     AppendHeader(out, id, 4 * std::size_t{value.GetIdSize()});
     for (unsigned int const level : value.GetId()) AppendU32(out, level);
+}
+
+// Messages of the hardware-abstraction layer
+
+EArchive& eHal::operator<<(EArchive& archive, EOutgoingProtocolMessage const& message)
+{
+    return archive << message.m_protocolName.GetName() << message.m_messageType << message.m_objectType
+                   << message.m_message;
+}
+
+EArchive& eHal::operator<<(EArchive& archive, EOutgoingMessage const& message)
+{
+    return archive << message.m_messageType << message.m_message;
 }

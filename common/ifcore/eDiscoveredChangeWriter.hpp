@@ -1,0 +1,42 @@
+#pragma once
+
+#include "eBlob.hpp"
+#include "eDiscoveredTableHooks.hpp"
+#include "ifcoreExport.hpp"
+
+#include <memory>
+
+class EArchive;
+
+/// An observer that writes each announced change of a discovered table as an operation of a change stream. A second
+/// table that was equal when the observer was installed, and to which every message is applied
+/// (ApplyDiscoveredTableMessage), stays equal to the first, the default MAC included.
+///
+/// Only what is announced is in the stream. These changes are not, and the tables part:
+/// - SetDefaultMAC and FindDefaultMAC called by the owner, Swap, and SerializeIn of anything in the table;
+/// - the fields of the protocol records, where they are set one by one, and the Empty of the DHCP, FCoE and DCBX
+/// records:
+///   replace the whole record instead (EDiscoveredInfo::SetDHCPInfo and so on);
+/// - Copy and Empty of an info or a neighbour that is in the table, called directly, change its id and index nothing:
+///   use EDiscoveredTable::SetInfo and EDiscoveredInfo::SetNeighbor.
+class IFCORE_API EDiscoveredChangeWriter : public EDiscoveredTableHooks {
+public:
+    EDiscoveredChangeWriter();
+    EDiscoveredChangeWriter(EDiscoveredChangeWriter const&) = delete;
+    EDiscoveredChangeWriter& operator=(EDiscoveredChangeWriter const&) = delete;
+    ~EDiscoveredChangeWriter() override;
+
+    bool HasChanges() const { return m_changes != 0; }         ///< Since the last TakeMessage().
+    unsigned long GetChangeCount() const { return m_changes; } ///< Since the last TakeMessage().
+    /// The changes since the last call as a whole stream, closing `false` included; without any, an empty stream.
+    EBlob TakeMessage();
+
+#define EHOOK(operation, ...) void operation(__VA_ARGS__) override;
+#include "eDiscoveredTableHooks.def"
+
+private:
+    template <class... Value> void Write(unsigned int code, Value const&... values);
+
+    std::unique_ptr<EArchive> m_stream; // of the operations so far
+    unsigned long m_changes = 0;
+};

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "eArchiveOperators.hpp"
+#include "eDHCPDiscoveredInfo.hpp"
+#include "eDcbxDiscoveredInfo.hpp"
+#include "eDiscoveredNeighbor.hpp"
+#include "eFCoEDiscoveredInfo.hpp"
+#include "eIPAddress.hpp"
+#include "ePTPDiscoveredInfo.hpp"
+#include "eUniqueIDMap.hpp"
+#include "ifcoreExport.hpp"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+class EDiscoveredTable;
+
+using EDiscoveredNeighborList = EUniqueIDMap<EDiscoveredNeighbor, EDiscoveredInfo const*>;
+
+/// What the protocol engines have learnt about one interface: a row of EDiscoveredTable under the interface's id, or
+/// free-standing without a parent. Owns its neighbours and finds them by MAC and by IP address.
+class IFCORE_API EDiscoveredInfo {
+public:
+    EDiscoveredInfo();
+    EDiscoveredInfo(EDiscoveredInfo const& other); ///< Deep; the id too, not the parent.
+    EDiscoveredInfo& operator=(EDiscoveredInfo const& other)
+    {
+        Copy(other);
+        return *this;
+    }
+    void Copy(EDiscoveredInfo const& other); ///< Announced once, as a whole; the id comes along, the parent stays.
+    void Empty();                            ///< The same, with the defaults: the id is 0 afterwards.
+    void Swap(EDiscoveredInfo& other);       ///< All but the parent; announces nothing.
+
+    unsigned int GetLocalId() const { return m_localId; }
+    void SetLocalId(unsigned int id) { m_localId = id; } ///< For the container: announces nothing.
+    EDiscoveredTable const* GetParent() const { return m_parent; }
+    void SetParent(EDiscoveredTable const* parent) { m_parent = parent; }
+    void GetComponentId(EComponentId& id) const; ///< [id]; untouched without a parent.
+    EDiscoveredTableHooks& GetHooks() const;     ///< Never fails: without a parent, one that ignores all.
+
+    bool IsInterfaceUp() const { return m_interfaceUp; }
+    void SetInterfaceUp(bool up); ///< Announced on a real change only.
+
+    /// \name The interface's own addresses, in the order of adding, each once
+    ///@{
+    unsigned int GetAddressCount() const { return static_cast<unsigned int>(m_addresses.size()); }
+    EIPAddress const* GetAddressAt(unsigned int position) const; ///< Null beyond the last.
+    bool HasAddress(EIPAddress const& address) const;
+    void AddAddress(EIPAddress const& address);
+    void RemoveAddress(EIPAddress const& address);
+    ///@}
+
+    /// \name Neighbours
+    ///@{
+    EDiscoveredNeighborList const& GetNeighbors() const { return m_neighbors; }
+    EDiscoveredNeighbor const* GetNeighbor(unsigned int id) const { return m_neighbors.GetItem(id); } ///< Or null.
+    EDiscoveredNeighbor* GetNeighbor(unsigned int id) { return m_neighbors.GetItem(id); }
+    /// A copy under a fresh id, which is returned. Announced when it is stored. In a table without a default MAC this
+    /// neighbour becomes the default, on purpose without asking for an address.
+    unsigned int AddNeighbor(EDiscoveredNeighbor const& neighbor);
+    /// The neighbour keeps its id, whatever the new content carries. Nothing for an unknown id.
+    void SetNeighbor(unsigned int id, EDiscoveredNeighbor const& neighbor);
+    void RemoveNeighbor(unsigned int id); ///< Announced while it is still there.
+    /// \name The neighbour that was the last to get this MAC or address; null without one
+    /// Removing one of several neighbours that share a MAC or an address on purpose makes it unknown for all of them.
+    ///@{
+    EDiscoveredNeighbor const* FindNeighborByMAC(EMACAddress const& mac) const;
+    EDiscoveredNeighbor* FindNeighborByMAC(EMACAddress const& mac);
+    EDiscoveredNeighbor const* FindNeighborByIP(EIPAddress const& address) const;
+    EDiscoveredNeighbor* FindNeighborByIP(EIPAddress const& address);
+    ///@}
+    ///@}
+
+    /// \name What each protocol has learnt; the setters announce the replacement of the whole record
+    ///@{
+    EDHCPDiscoveredInfo const& GetDHCPInfo() const { return m_dhcp; }
+    EDHCPDiscoveredInfo& GetDHCPInfo() { return m_dhcp; }
+    void SetDHCPInfo(EDHCPDiscoveredInfo const& info) { m_dhcp = info; }
+    EDHCPv6DiscoveredInfo const& GetDHCPv6Info() const { return m_dhcpv6; }
+    EDHCPv6DiscoveredInfo& GetDHCPv6Info() { return m_dhcpv6; }
+    void SetDHCPv6Info(EDHCPv6DiscoveredInfo const& info) { m_dhcpv6 = info; }
+    EFCoEDiscoveredInfo const& GetFCoEInfo() const { return m_fcoe; }
+    EFCoEDiscoveredInfo& GetFCoEInfo() { return m_fcoe; }
+    void SetFCoEInfo(EFCoEDiscoveredInfo const& info) { m_fcoe = info; }
+    EPTPDiscoveredInfo const& GetPTPInfo() const { return m_ptp; }
+    EPTPDiscoveredInfo& GetPTPInfo() { return m_ptp; }
+    void SetPTPInfo(EPTPDiscoveredInfo const& info) { m_ptp = info; }
+    EDCBXDiscoveredInfo const& GetDCBXInfo() const { return m_dcbx; }
+    EDCBXDiscoveredInfo& GetDCBXInfo() { return m_dcbx; }
+    void SetDCBXInfo(EDCBXDiscoveredInfo const& info) { m_dcbx = info; }
+    ///@}
+
+    void SerializeOut(EArchive& archive) const;
+    /// Announces nothing; the id becomes that of the archive. Neighbours are found by what was read.
+    void SerializeIn(EArchive& archive);
+
+private:
+    friend class EDiscoveredNeighbor; // keeps the IP index of its owner current
+    using Index =
+        std::unordered_map<std::string, unsigned int>; // from the text of a MAC or address to a neighbour's id
+
+    struct Layout; // of the archive
+
+    void AddNeighborToMap(EDiscoveredNeighbor const* neighbor);
+    void CleanNeighborMap(EDiscoveredNeighbor const* neighbor);
+    void AdoptRecords(); ///< Makes this the parent of every record it holds.
+
+    EDiscoveredTable const* m_parent = nullptr; // not owned, never swapped
+    unsigned int m_localId = 0;                 // the id under which the table keeps it
+    bool m_interfaceUp = false;
+    std::vector<EIPAddress> m_addresses;
+    EDiscoveredNeighborList m_neighbors;
+    Index m_neighborsByMac;
+    Index m_neighborsByIp;
+    EDHCPDiscoveredInfo m_dhcp;
+    EDHCPv6DiscoveredInfo m_dhcpv6;
+    EFCoEDiscoveredInfo m_fcoe;
+    EPTPDiscoveredInfo m_ptp;
+    EDCBXDiscoveredInfo m_dcbx;
+};

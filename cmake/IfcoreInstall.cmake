@@ -18,9 +18,14 @@ install(TARGETS ${ifcore_installed_libraries} EXPORT ifcore
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 
+# What only the library's sources include stays here.
+set(ifcore_private_headers eAddressFamily eArchiveLayout eAtmEncapsulationIds eDiscoveredRecord eFCoEShared eRecord
+    eTLVParserMap eTLVWire)
+list(JOIN ifcore_private_headers "|" private_headers)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/common/ifcore/"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ifcore" COMPONENT development
-    FILES_MATCHING PATTERN "*.hpp" PATTERN "*.def")
+    FILES_MATCHING PATTERN "*.hpp" PATTERN "*.def"
+    REGEX "/(${private_headers})\\.hpp$" EXCLUDE)
 if(IFCORE_BUNDLED_HOST)
     install(DIRECTORY "${PROJECT_SOURCE_DIR}/common/include/"
         DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ifhost" COMPONENT development

@@ -11,8 +11,9 @@ std::vector<void (*)()>& GetTLVParserMapTable()
 
 void Protocol::RunTLVParserMapInitializers()
 {
-    for (auto initialize : GetTLVParserMapTable())
-        if (initialize) initialize();
+    std::vector<void (*)()> const& initializers = GetTLVParserMapTable();
+    for (std::size_t i = 0; i < initializers.size(); ++i) // one of them may register another
+        if (initializers[i]) initializers[i]();
 }
 
 void Protocol::UseOwnTLVIds()

@@ -1,10 +1,13 @@
 #include "eInterfaceTLVBuilder.hpp"
 
 #include "eAtmEncapsulationIds.hpp"
+#include "eTLVWire.hpp"
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <limits>
+#include <new>
 
 using namespace TLVIds::InterfaceTable;
 namespace Atm = TLVIds::ATMEncapsulation;
@@ -14,8 +17,6 @@ using Protocol::EBytes;
 using TLVIds::TLVId;
 
 // ---- TLVs -----------------------------------------------------------------------------------------------------------
-
-constexpr std::size_t kHeaderSize = 8; // bytes: id and length
 
 static char* PutU32(char* out, unsigned int value)
 {
@@ -31,7 +32,9 @@ static void MakeRoom(EBytes& out, std::size_t count)
 
 Protocol::TLVBuilder::TLVBuilder(EBytes& out, TLVId const& id) : m_buffer(out), m_valueStart(0), m_done(false)
 {
-    MakeRoom(out, kHeaderSize);
+    // The start of the value is kept in 32 bits.
+    if (out.size() > std::numeric_limits<unsigned int>::max() - kTLVHeaderSize) throw std::bad_alloc();
+    MakeRoom(out, kTLVHeaderSize);
     TLVAppendId(out, id);
     out.resize(out.size() + 4); // the length
     m_valueStart = static_cast<unsigned int>(out.size());
@@ -59,7 +62,7 @@ static void AppendU32(EBytes& out, unsigned int value)
 static void AppendBytesTLV(EBytes& out, TLVId const& id, void const* bytes, std::size_t count)
 {
     if (!bytes) count = 0;
-    MakeRoom(out, kHeaderSize + count);
+    MakeRoom(out, kTLVHeaderSize + count);
     Protocol::TLVAppendId(out, id);
     std::size_t const start = out.size();
     out.resize(start + 4 + count);
@@ -82,7 +85,7 @@ static void AppendSwitchTLV(EBytes& out, TLVId const& id, TLVId const& switchId,
 
 void Protocol::AppendUIDTLV(EBytes& out, TLVId const& id, EUID const& value)
 {
-    AppendBytesTLV(out, id, value.GetId(), 8);
+    AppendBytesTLV(out, id, value.GetId(), 8); // on purpose in the order of the host's memory, unlike all numbers
 }
 
 void Protocol::AppendMACTLV(EBytes& out, TLVId const& id, EMACAddress const& value)
@@ -143,6 +146,7 @@ void Protocol::AppendInterfaceOpTLV(EBytes& out, TLVId const& id, EInterfaceItem
     if (ENPIVConfig const* const npiv = interface.GetNPIVConfigReadOnly()) AppendNPIVTLV(out, IFD_NPIV, *npiv);
     AppendSwitchTLV(out, IFD_PTP, PTP_Enabled, interface.IsPTPEnabled());
     if (EPTPConfig const* const ptp = interface.GetPTPConfigReadOnly()) AppendPTPTLV(out, IFD_PTP, *ptp);
+    // On purpose LLDP stands between the switch of DCBX and its settings, and has no switch.
     AppendSwitchTLV(out, IFD_DCBX, DCBX_Enabled, interface.IsDCBXEnabled());
     if (ELLDPConfig const* const lldp = interface.GetLLDPConfigReadOnly()) AppendLLDPTLV(out, IFD_LLDP, *lldp);
     if (EDCBXConfig const* const dcbx = interface.GetDCBXConfigReadOnly()) AppendDCBXTLV(out, IFD_DCBX, *dcbx);
@@ -157,6 +161,7 @@ void Protocol::AppendVLANTLV(EBytes& out, TLVId const& id, EVLANIPAddressTableIt
 {
     TLVBuilder tlv(out, id);
     AppendInt(out, VLAN_Enabled, vlans.IsEnabled());
+    // On purpose whole tags alone, never ids and priorities.
     for (unsigned int level = 0; level < vlans.GetVLANCount(); ++level)
         AppendInt(out, VLAN_TAG, vlans.GetVlanTag(level));
 }

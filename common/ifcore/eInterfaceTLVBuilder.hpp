@@ -20,12 +20,13 @@ class EMACAddress;
 /// the id of its first nested TLV is 0, and so are the ids of interfaces and addresses with which their operations
 /// begin. Plain values stay whole.
 ///
-/// When memory fails, `std::bad_alloc` leaves a message whose TLVs are closed and whole, but not all there.
+/// When memory fails, `std::bad_alloc` leaves a message whose TLVs are closed, but may end early. The same is thrown
+/// when \p out holds nearly 4 GiB already.
 namespace Protocol {
 
 /// \name Plain values
 ///@{
-/// The 8 bytes as they lie in memory: the least significant first. Empty when the host's GetId() is null.
+/// The 8 bytes as they lie in memory: here the least significant first. Empty when the host's GetId() is null.
 IFCORE_API void AppendUIDTLV(EBytes& out, TLVIds::TLVId const& id, EUID const& value);
 IFCORE_API void AppendMACTLV(EBytes& out, TLVIds::TLVId const& id, EMACAddress const& value);
 IFCORE_API void AppendBlobTLV(EBytes& out, TLVIds::TLVId const& id, EBlob const& value);
@@ -41,7 +42,7 @@ IFCORE_API void AppendInterfaceOpTLV(EBytes& out, TLVIds::TLVId const& id, EInte
 IFCORE_API void AppendVLANTLV(EBytes& out, TLVIds::TLVId const& id, EVLANIPAddressTableItemProperties const& vlans);
 IFCORE_API void AppendIPv4ItemTLV(EBytes& out, TLVIds::TLVId const& id, EIPv4AddressItem const& item);
 IFCORE_API void AppendAddIPv6ItemTLV(EBytes& out, EIPv6AddressItem const& item); ///< Its id is TLVIds::ListOp::Add.
-/// Always a whole replacement: it begins with TLVIds::ListOp::RemoveAll.
+/// Meant as a whole replacement: it begins with TLVIds::ListOp::RemoveAll, whose id is cleared as every first one is.
 IFCORE_API void AppendIPv6ItemListTLV(EBytes& out, TLVIds::TLVId const& id, EIPv6AddressItemList const& items);
 /// \p mode: 0 to 15 as eAtmEncapsulationMode; any other is sent as 0.
 IFCORE_API void AppendATMEncapsulationTLV(EBytes& out, TLVIds::TLVId const& id, int mode);

@@ -64,16 +64,14 @@ static void ParseVLANTAGTLV(TLVReader& value, EVLANProperties& vlans)
 // On purpose: id and priority are those of a single VLAN, so that they cut a stack of tags back to one level.
 static void ParseVLANIdTLV(TLVReader& value, EVLANProperties& vlans)
 {
-    auto const id = static_cast<unsigned short>(ReadU32(value));
     vlans.SetVLANCount(1);
-    vlans.SetVLANID(id, 0);
+    vlans.SetVLANID(static_cast<unsigned short>(ReadU32(value)), 0);
 }
 
 static void ParseVLANPriorityTLV(TLVReader& value, EVLANProperties& vlans)
 {
-    auto const priority = static_cast<unsigned char>(ReadU32(value));
     vlans.SetVLANCount(1);
-    vlans.SetUserPriority(priority, 0);
+    vlans.SetUserPriority(static_cast<unsigned char>(ReadU32(value)), 0);
 }
 
 static TLVParserEntry<EVLANProperties> const kVLANParsers[] = {
@@ -190,11 +188,17 @@ static TLVParserMapInitStruct const TLVParserMapInitializer_IPv6TLVParserMap(Par
 
 // ---- Operations on lists --------------------------------------------------------------------------------------------
 
-/// The item of this id, a new one when there is none; null only when the container's factory makes none.
+/// Null only when the container's factory makes no item.
+template <class Item, class Parent> static Item* Added(EUniqueIDMap<Item, Parent>& list, unsigned int id)
+{
+    return list.AddItem(id) == id ? list.GetItem(list.find(id)) : nullptr;
+}
+
+/// The item of this id; on purpose a new one when there is none: an edit of an unknown id is an add.
 template <class Item, class Parent> static Item* FindOrAdd(EUniqueIDMap<Item, Parent>& list, unsigned int id)
 {
     auto const found = list.find(id);
-    return found == list.end() ? list.GetItem(list.AddItem(id)) : list.GetItem(found);
+    return found == list.end() ? Added(list, id) : list.GetItem(found);
 }
 
 template <class Item, class Parent> static void ParseListRemoveTLV(TLVReader& value, EUniqueIDMap<Item, Parent>& list)
@@ -212,7 +216,7 @@ template <class Item, class Parent> static void ParseListRemoveAllTLV(TLVReader&
 static void ParseIPv6ListAddTLV(TLVReader& value, EIPv6AddressItemList& addresses)
 {
     // On purpose without looking for the id, unlike an interface: an item that has it is replaced by a new one.
-    EIPv6AddressItem* const item = addresses.GetItem(addresses.AddItem(ReadU32(value)));
+    EIPv6AddressItem* const item = Added(addresses, ReadU32(value));
     if (item) TLVParser<EIPv6AddressItem>::Parse(value, IPv6TLVParserMap, *item);
 }
 
@@ -378,7 +382,7 @@ static void ParseInterfaceGreSourceIpTLV(TLVReader& value, EInterfaceItem& inter
 static void ParseInterfaceGreDestIpTLV(TLVReader& value, EInterfaceItem& interface)
 {
     int const length = value.remaining;
-    if (length != 4 && length != 16) TLVParseError();
+    if (length != 4 && length != 16) TLVParseError(); // on purpose strict, unlike the addresses of an interface
     EIPAddress address;
     address.SetAddress(TakeAll(value), static_cast<unsigned int>(length), length == 4 ? kIPv4Family : kIPv6Family);
     interface.SetGreDestIp(address);
@@ -464,7 +468,7 @@ void Protocol::ParseInterfaceListAddTLV(TLVReader& value, EInterfaceItemList& in
     unsigned int const id = ReadU32(value);
     auto const found = interfaces.find(id);
     bool const isThere = found != interfaces.end();
-    EInterfaceItem* const item = isThere ? interfaces.GetItem(found) : interfaces.GetItem(interfaces.AddItem(id));
+    EInterfaceItem* const item = isThere ? interfaces.GetItem(found) : Added(interfaces, id);
     if (!item) return;
     if (isThere) item->Empty(); // an added interface is what the message says and nothing else
     ParseInterfaceTLV(value, *item);
@@ -472,7 +476,7 @@ void Protocol::ParseInterfaceListAddTLV(TLVReader& value, EInterfaceItemList& in
 
 void Protocol::ParseInterfaceListEditTLV(TLVReader& value, EInterfaceItemList& interfaces)
 {
-    EInterfaceItem* const item = FindOrAdd(interfaces, ReadU32(value)); // on purpose an unknown id is added
+    EInterfaceItem* const item = FindOrAdd(interfaces, ReadU32(value));
     if (item) ParseInterfaceTLV(value, *item);
 }
 

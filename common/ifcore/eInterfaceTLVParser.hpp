@@ -10,10 +10,12 @@
 /// and so are 1 to 7 bytes at the end of a level. Changes are made by the setters of the records, which announce them.
 /// The parse error is the exception `int` -1. It is raised by a TLV that is longer than what remains of its level
 /// (after what is there was read), by a number of fewer than 4 bytes, by a tunnel destination of neither 4 nor 16 bytes
-/// and by a component id that is no multiple of 4 bytes. What was read before it stays.
+/// and by a component id that is no multiple of 4 bytes. What was read before it stays, but VLAN tags, the DHCP switch
+/// and the ATM encapsulation are set when their level was read to its end. The same holds for `std::bad_alloc`.
 ///
-/// The reader stays where it is. The parsers read nothing before Protocol::RunTLVParserMapInitializers() has run; from
-/// then on, any number of threads may read messages into tables of their own.
+/// The reader of a level stays where it is, that of one list operation is left behind its id. Levels are passed over
+/// until Protocol::RunTLVParserMapInitializers() has run; from then on, any number of threads may read messages into
+/// tables of their own.
 
 /// Raises the parse error.
 [[noreturn]] IFCORE_API void TLVParseError();
@@ -28,7 +30,9 @@ IFCORE_API void ParseInterfaceListTLV(TLVReader& message, EInterfaceTable& table
 
 namespace Protocol {
 
-/// A level of TLVIds::InterfaceTable ids that begin with IFD_. Those that the message leaves out stay as they are.
+/// A level of the ids IFD_Name, IFD_Type, IFD_Mac, IFD_VLAN, IFD_DHCP, IFD_Enabled, IFD_IPv4, IFD_IPv6List,
+/// IFD_ATMEncapsulation, IFD_Atm_Vpi, IFD_Atm_Vci, IFD_ConnectedViaId and those of a tunnel, which begin with IFD_Gre.
+/// What the message leaves out stays as it is.
 IFCORE_API void ParseInterfaceTLV(TLVReader& message, EInterfaceItem& interface);
 
 /// \name The value of one list operation: an id, 4 bytes, and the TLVs of the interface

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eInterfaceTLVParser.hpp"
+#include "eTLVWire.hpp"
 #include "tlvBuilder.hpp"
 #include "tlvReader.hpp"
 
@@ -8,13 +10,6 @@
 #include <map>
 #include <utility>
 #include <vector>
-
-class EVLANIPAddressTableItemProperties;
-
-/// Raises the parse error, the plain integer -1: what a message says cannot be read.
-[[noreturn]] void TLVParseError();
-
-constexpr int kTLVHeaderSize = 8; // bytes: id and length
 
 struct StringComparer {
     bool operator()(char const* left, char const* right) const { return std::strcmp(left, right) < 0; }
@@ -123,7 +118,7 @@ struct TLVParserMapInitStruct {
     explicit TLVParserMapInitStruct(void (*initializer)());
 };
 
-/// \name Kept for the host: this library fills them, but reads no message with them
+/// \name Read by nothing in this library; kept so that the registry is complete
 ///@{
 extern std::map<char const*, int, StringComparer> TLVProtocolEnumStatMap; ///< Stays empty.
 extern TLVParserMap<EVLANIPAddressTableItemProperties> VLANTLVParserMap;  ///< A single VLAN.

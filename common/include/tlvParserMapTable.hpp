@@ -13,8 +13,8 @@ namespace Protocol {
 /// registers ids has started. Running them again changes nothing. Not while another thread reads messages.
 IFHOST_API void RunTLVParserMapInitializers();
 
-/// Makes this host's ids those of the sender (TLVReader::external_tlv_table), for messages built in this process or in
-/// one of the same build.
+/// Makes the ids that this host has made so far those of the sender (TLVReader::external_tlv_table), for messages built
+/// in this process or in one of the same build.
 IFHOST_API void UseOwnTLVIds();
 
 } // namespace Protocol

@@ -60,22 +60,6 @@ ESingleCommand NextCommand(Input& input)
     return ESingleCommand(action, target, editSubId, input.Data());
 }
 
-void Fill(EInterfaceTable& table)
-{
-    EInterfaceItem item;
-    item.GetIPv4AddressItem().SetAddress(EIPAddress("192.0.2.1"));
-    EIPv6AddressItem ipv6;
-    ipv6.SetAddress(EIPAddress("2001:db8::1"));
-    item.AddIPv6AddressItem(ipv6);
-    item.EnsureEthernet();
-    table.AddInterfaceItem(item);
-    item.EnsureNPIV();
-    item.EnsurePTP();
-    item.EnsureDCBX();
-    item.EnsureLLDP();
-    table.AddInterfaceItem(item);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
@@ -84,7 +68,7 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
     EInterfaceTable table(7);
     table.AddInterfaceTableHooks("IP_LOOKUP_HOOKS", boost::make_shared<EIPLookupInterfaceTableHooks>());
-    Fill(table);
+    FillWithTwoInterfaces(table);
     CheckTable(table);
 
     Input input(data, size);

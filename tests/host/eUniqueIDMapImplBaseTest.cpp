@@ -1,40 +1,15 @@
+#include "allocations.hpp"
 #include "hostTestSupport.hpp"
 #include "slotOrder.hpp"
 
 #include "eUniqueIDMapImplBase.hpp"
 
-#include <cstdlib>
-#include <malloc.h>
 #include <map>
 #include <new>
 #include <random>
 #include <stdexcept>
 #include <utility>
 #include <vector>
-
-// Allocations that are still granted before one fails; negative: all are.
-static long s_allocationsLeft = -1;
-static std::size_t s_bytesInUse = 0;
-
-// Not inlined: g++ would take malloc and free for a mismatch.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    if (s_allocationsLeft >= 0 && s_allocationsLeft-- == 0) throw std::bad_alloc();
-    void* const memory = std::malloc(size > 0 ? size : 1);
-    if (!memory) throw std::bad_alloc();
-    s_bytesInUse += malloc_usable_size(memory);
-    return memory;
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    s_bytesInUse -= malloc_usable_size(memory);
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    s_bytesInUse -= malloc_usable_size(memory);
-    std::free(memory);
-}
 
 namespace {
 

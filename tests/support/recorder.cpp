@@ -21,7 +21,7 @@ std::string TextOf(EVLANIPAddressTableItemProperties const& vlans)
     return text + "]";
 }
 
-std::vector<std::string> Recorder::Operations() const
+std::vector<std::string> CallLog::Operations() const
 {
     std::vector<std::string> operations;
     for (Call const& call : calls) operations.push_back(call.operation);

@@ -57,12 +57,13 @@ template <class Element> std::string TextOf(std::vector<Element> const& list)
     return "[" + std::to_string(list.size()) + "]";
 }
 
-/// An observer that writes down every call.
-class Recorder : public EInterfaceTableHooks {
+/// What an observer was told.
+class CallLog {
 public:
     struct Call {
         std::string operation;
         void const* record;          // the one that changes
+        std::string before;          // what it held in the call, as text
         std::string values;          // the further arguments, joined by ", "
         std::vector<std::any> given; // pointers to them; to be followed while the call lasts only
     };
@@ -78,20 +79,29 @@ public:
         return *std::any_cast<Value const*>(calls.back().given.at(index));
     }
 
+protected:
+    CallLog() = default;
+    CallLog(CallLog const&) = default;
+    CallLog& operator=(CallLog const&) = default;
+    ~CallLog() = default;
+
+    template <class Record, class... Value>
+    void Note(char const* operation, Record const& record, Value const&... value)
+    {
+        std::string values;
+        ((values += (values.empty() ? "" : ", ") + TextOf(value)), ...);
+        calls.push_back({operation, &record, TextOf(record), values, {std::any(&value)...}});
+        if (whenCalled) whenCalled();
+    }
+};
+
+/// An observer of interface tables that writes down every call.
+class Recorder : public EInterfaceTableHooks, public CallLog {
+public:
 #define EHOOK(operation, ...)                                                                                          \
     void operation(EHOOK_PARAMETERS(__VA_ARGS__)) override                                                             \
     {                                                                                                                  \
         Note(#operation, EHOOK_ARGUMENTS(__VA_ARGS__));                                                                \
     }
 #include "eInterfaceTableHooks.def"
-
-private:
-    template <class Record, class... Value>
-    void Note(char const* operation, Record const& record, Value const&... value)
-    {
-        std::string values;
-        ((values += (values.empty() ? "" : ", ") + TextOf(value)), ...);
-        calls.push_back({operation, &record, values, {std::any(&value)...}});
-        if (whenCalled) whenCalled();
-    }
 };

@@ -1,0 +1,53 @@
+// The input is a message of list operations for one table of port 7 that holds the interfaces 1 and 2. What became of
+// the table is built into a message again, which is read into another table.
+#include "support/tableChecks.hpp"
+
+#include "tlvParserMapTable.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+void Apply(void const* bytes, std::size_t size, EInterfaceTable& table)
+{
+    TLVReader message(bytes, static_cast<int>(size));
+    unsigned char const* const position = message.position;
+    int const remaining = message.remaining;
+    try {
+        ParseInterfaceListTLV(message, table);
+    } catch (int error) {
+        Require(error == -1, "the parse error is -1");
+    }
+    Require(message.position == position && message.remaining == remaining, "the caller's reader stays where it is");
+    CheckTable(table);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments);
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
+
+int LLVMFuzzerInitialize(int*, char***)
+{
+    Protocol::RunTLVParserMapInitializers();
+    Protocol::UseOwnTLVIds();
+    return 0;
+}
+
+int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    EInterfaceTable table(7);
+    FillWithTwoInterfaces(table);
+    Apply(data, size, table);
+
+    std::vector<char> message;
+    for (auto position = table.begin(); position != table.end(); ++position)
+        Protocol::AppendInterfaceOpTLV(message, TLVIds::ListOp::Add, *table.GetItem(position));
+    EInterfaceTable other(7);
+    Apply(message.data(), message.size(), other);
+    // The operations carry no ids, so that each interface replaces the one before.
+    Require(other.size() == (table.size() == 0 ? 0U : 1U), "a built message is read without an error");
+    return 0;
+}

@@ -6,43 +6,17 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 #include <typeinfo>
 
-/// The lines of the file that are no comments.
-static std::vector<std::string> LinesOf(std::string const& path)
-{
-    std::ifstream file(path);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);)
-        if (line.compare(0, 1, "#") != 0) lines.push_back(line);
-    return lines;
-}
-
-namespace {
-
-struct Operation {
-    std::string signature;
-    std::size_t slot;
-};
-
-} // namespace
-
-static Operation const kOperations[] = {
+static std::vector<ESlottedOperation> const kOperations = {
 #define EHOOK(operation, ...) {#operation "(" #__VA_ARGS__ ")", SlotOf(&EInterfaceTableHooks::operation)},
 #include "eInterfaceTableHooks.def"
 };
 
 TEST(EInterfaceTableHooks, The160OperationsStandInTheirSlotsBehindTheDestructors)
 {
-    std::vector<std::string> const expected = LinesOf(IFCORE_GOLDEN_DIR "/EInterfaceTableHooks.slots.txt");
-    ASSERT_EQ(160U, expected.size());
-    ASSERT_EQ(160U, std::size(kOperations));
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        SCOPED_TRACE(i + 1);
-        EXPECT_EQ(expected[i], kOperations[i].signature);
-        EXPECT_EQ(2 + i, kOperations[i].slot);
-    }
+    ASSERT_EQ(160U, kOperations.size());
+    ExpectSlots(IFCORE_GOLDEN_DIR "/EInterfaceTableHooks.slots.txt", kOperations);
 }
 
 TEST(EInterfaceTableHooks, TheDoNothingFormKeepsTheSlots)
@@ -56,19 +30,6 @@ TEST(EInterfaceTableHooks, TheDoNothingFormKeepsTheSlots)
     EXPECT_EQ(sizeof(void*), sizeof(EIgnoreInterfaceTableHooks)); // no data
 }
 
-/// One default value of each type, for arguments.
-template <class Type> static Type const& Any()
-{
-    static Type const value{};
-    return value;
-}
-
-/// Calls the operation with default values.
-template <class... Argument>
-static void CallWithAny(EInterfaceTableHooks& hooks, void (EInterfaceTableHooks::*operation)(Argument...))
-{
-    (hooks.*operation)(Any<std::decay_t<Argument>>()...);
-}
 static void CallEveryOperation(EInterfaceTableHooks& hooks)
 {
 #define EHOOK(operation, ...) CallWithAny(hooks, &EInterfaceTableHooks::operation);

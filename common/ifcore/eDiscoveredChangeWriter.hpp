@@ -13,12 +13,16 @@ class EArchive;
 /// (ApplyDiscoveredTableMessage), stays equal to the first, the default MAC included.
 ///
 /// Only what is announced is in the stream. These changes are not, and the tables part:
-/// - SetDefaultMAC and FindDefaultMAC called by the owner, Swap, and SerializeIn of anything in the table;
+/// - SetDefaultMAC and FindDefaultMAC called by the owner, Swap, SetLocalId, and SerializeIn of anything in the table;
 /// - the fields of the protocol records, where they are set one by one, and the Empty of the DHCP, FCoE and DCBX
-/// records:
-///   replace the whole record instead (EDiscoveredInfo::SetDHCPInfo and so on);
+///   records: replace the whole record instead (EDiscoveredInfo::SetDHCPInfo and so on);
 /// - Copy and Empty of an info or a neighbour that is in the table, called directly, change its id and index nothing:
-///   use EDiscoveredTable::SetInfo and EDiscoveredInfo::SetNeighbor.
+///   use EDiscoveredTable::SetInfo and EDiscoveredInfo::SetNeighbor;
+/// - SetInfo, RemoveInfo and RemoveNeighbor of one that is not there are not announced, yet may look for a default MAC.
+/// And what an archive does not carry is not in the stream either:
+/// - the second table indexes the neighbours of a whole info anew: of several with one MAC or address it may find
+///   another, and it does not know a MAC from before SetMac;
+/// - the rate of PTP statistics may become a millionth less each time it is written.
 class IFCORE_API EDiscoveredChangeWriter : public EDiscoveredTableHooks {
 public:
     EDiscoveredChangeWriter();

@@ -186,13 +186,16 @@ EDiscoveredNeighbor* EDiscoveredInfo::FindNeighborByIP(EIPAddress const& address
 
 // ---- Archive --------------------------------------------------------------------------------------------------------
 
-/// The layout, in the two parts between which a reader indexes the neighbours.
+/// The layout, in three parts: before the second a reader forgets the old neighbours, behind it it indexes the new.
 struct EDiscoveredInfo::Layout {
     template <class Archive, class Info> static void Addresses(Archive archive, Info& info)
     {
         archive.Each(info.m_localId);
         archive.Each(info.m_interfaceUp);
         archive.Each(AsVector(info.m_addresses));
+    }
+    template <class Archive, class Info> static void Neighbors(Archive archive, Info& info)
+    {
         archive.Each(info.m_neighbors);
         archive.Each(info.m_dhcp);
         archive.Each(info.m_dhcpv6);
@@ -208,14 +211,16 @@ struct EDiscoveredInfo::Layout {
 void EDiscoveredInfo::SerializeOut(EArchive& archive) const
 {
     Layout::Addresses(EUnversionedWriter(archive), *this);
+    Layout::Neighbors(EUnversionedWriter(archive), *this);
     Layout::Engines(EUnversionedWriter(archive), *this);
 }
 
 void EDiscoveredInfo::SerializeIn(EArchive& archive)
 {
+    Layout::Addresses(EUnversionedReader(archive), *this);
     m_neighborsByMac.clear(); // before the neighbours that they name
     m_neighborsByIp.clear();
-    Layout::Addresses(EUnversionedReader(archive), *this);
+    Layout::Neighbors(EUnversionedReader(archive), *this);
     for (auto position = m_neighbors.begin(); position != m_neighbors.end(); ++position)
         AddNeighborToMap(m_neighbors.GetItem(position));
     Layout::Engines(EUnversionedReader(archive), *this);

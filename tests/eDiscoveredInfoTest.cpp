@@ -1,0 +1,707 @@
+#include "eDiscoveredInfo.hpp"
+
+#include "discoveredRecorder.hpp"
+#include "golden.hpp"
+
+#include "eComponentId.hpp"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+using Calls = std::vector<std::string>;
+
+static std::vector<char const*> const kMacs = {"02:00:00:00:00:01", "02:00:00:00:00:02", "02:00:00:00:00:03"};
+
+/// Every record that the info holds points at it.
+static void ExpectAdopted(EDiscoveredInfo const& info)
+{
+    EDiscoveredNeighborList const& neighbors = info.GetNeighbors();
+    EXPECT_EQ(&info, neighbors.GetParent());
+    for (auto position = neighbors.begin(); position != neighbors.end(); ++position)
+        EXPECT_EQ(&info, neighbors.GetItem(position)->GetParent());
+    EXPECT_EQ(&info, info.GetDHCPInfo().GetParent());
+    EXPECT_EQ(&info, info.GetDHCPv6Info().GetParent());
+    EXPECT_EQ(&info, info.GetFCoEInfo().GetParent());
+    EXPECT_EQ(&info, info.GetPTPInfo().GetParent());
+    EXPECT_EQ(&info, info.GetDCBXInfo().GetParent());
+}
+
+/// The id of the neighbour that is found; 0 when there is none.
+static unsigned int ByMac(EDiscoveredInfo const& info, char const* mac)
+{
+    EDiscoveredNeighbor const* const found = info.FindNeighborByMAC(MAC(mac));
+    return found ? found->GetLocalId() : 0;
+}
+static unsigned int ByIp(EDiscoveredInfo const& info, char const* address)
+{
+    EDiscoveredNeighbor const* const found = info.FindNeighborByIP(IP(address));
+    return found ? found->GetLocalId() : 0;
+}
+
+/// An info of id 7 with something in each of its parts.
+static EDiscoveredInfo FullInfo()
+{
+    EDiscoveredInfo info = Info(7, {Neighbor(kMacs[0], {"10.0.0.1"}), Neighbor(kMacs[1], {"10.0.0.2"}, false)});
+    info.SetInterfaceUp(true);
+    info.AddAddress(IP("10.0.0.9"));
+    info.AddAddress(IP("2001:db8::9"));
+    info.GetDHCPInfo().SetLeaseTimer(11);
+    info.GetDHCPv6Info().SetIARenewTime(12);
+    info.GetFCoEInfo().SetDiscoveredSourceId(13);
+    info.GetPTPInfo().SetDiscoveredState("SLAVE");
+    info.GetDCBXInfo().ClearOperAndPeerInfoList();
+    info.GetDCBXInfo().SetLocalAndPeerLLDPInfoList({});
+    return info;
+}
+static char const* const kFullText = "7 up 10.0.0.9 2001:db8::9 [1 02:00:00:00:00:01 router 10.0.0.1] "
+                                     "[2 02:00:00:00:00:02 host 10.0.0.2]";
+
+/// What FullInfo() put into the protocol records.
+static std::string ProtocolText(EDiscoveredInfo const& info)
+{
+    return std::to_string(info.GetDHCPInfo().GetLeaseTimer()) + " " +
+           std::to_string(info.GetDHCPv6Info().GetIARenewTime()) + " " +
+           std::to_string(info.GetFCoEInfo().GetDiscoveredSourceId()) + " " +
+           info.GetPTPInfo().GetDiscoveredStateAsString() + " " +
+           std::to_string(info.GetDCBXInfo().GetLocalAndPeerLLDPInfoList().size());
+}
+static char const* const kFullProtocols = "11 12 13 SLAVE 0";
+static char const* const kNoProtocols = "0 0 0 UNKNOWN 3";
+
+// ---- The record itself ----------------------------------------------------------------------------------------------
+
+TEST(EDiscoveredInfo, ANewOneIsDownAndEmpty)
+{
+    EDiscoveredInfo const info;
+    EXPECT_EQ("0 down", TextOf(info));
+    EXPECT_EQ(kNoProtocols, ProtocolText(info));
+    EXPECT_EQ(nullptr, info.GetParent());
+    EXPECT_EQ(nullptr, info.GetAddressAt(0));
+    EXPECT_EQ(nullptr, info.GetNeighbor(1));
+    ExpectAdopted(info);
+}
+
+TEST(EDiscoveredInfo, ComponentIdIsTheInterfaceAndUntouchedWithoutATable)
+{
+    RecordedInfo const in;
+    EComponentId id{9, 9};
+    in.info.GetComponentId(id);
+    EXPECT_EQ(EComponentId{5}, id);
+    id = {9, 9};
+    Info(5).GetComponentId(id);
+    EXPECT_EQ((EComponentId{9, 9}), id);
+}
+
+TEST(EDiscoveredInfo, SetInterfaceUpAnnouncesARealChangeOnlyWhileTheOldStateIsThere)
+{
+    RecordedInfo in;
+    struct {
+        bool up;
+        Calls announced;
+    } const steps[] = {
+        {false, {}}, {true, {"InterfaceWentUp(5 down)"}}, {true, {}}, {false, {"InterfaceWentDown(5 up)"}}, {false, {}},
+    };
+    for (auto const& step : steps) {
+        in.info.SetInterfaceUp(step.up);
+        EXPECT_EQ(step.announced, in.recorder->TakeCalls());
+        EXPECT_EQ(step.up, in.info.IsInterfaceUp());
+    }
+}
+
+TEST(EDiscoveredInfo, AddressesAreKeptOnceInTheOrderOfAdding)
+{
+    RecordedInfo in;
+    in.info.AddAddress(IP("10.0.0.2"));
+    in.info.AddAddress(IP("::"));
+    in.info.AddAddress(IP("0.0.0.0")); // of another family
+    in.info.AddAddress(IP("10.0.0.2"));
+    in.info.AddAddress(*in.info.GetAddressAt(1));
+    EXPECT_EQ((Calls{"AddingAddress(5 down: 10.0.0.2)", "AddingAddress(5 down 10.0.0.2: ::)",
+                     "AddingAddress(5 down 10.0.0.2 ::: 0.0.0.0)"}),
+              in.recorder->TakeCalls());
+    EXPECT_EQ("5 down 10.0.0.2 :: 0.0.0.0", TextOf(in.info));
+    EXPECT_EQ(3U, in.info.GetAddressCount());
+    EXPECT_EQ(nullptr, in.info.GetAddressAt(3));
+    EXPECT_EQ(nullptr, in.info.GetAddressAt(0xFFFFFFFF));
+    EXPECT_TRUE(in.info.HasAddress(IP("::")));
+    EXPECT_FALSE(in.info.HasAddress(IP("::1")));
+}
+
+TEST(EDiscoveredInfo, RemoveAddressKeepsTheOrderOfTheRest)
+{
+    RecordedInfo in;
+    for (char const* const address : {"10.0.0.3", "10.0.0.1", "10.0.0.2"}) in.info.AddAddress(IP(address));
+    in.recorder->Clear();
+    in.info.RemoveAddress(IP("10.0.0.1"));
+    in.info.RemoveAddress(IP("10.0.0.1")); // no longer there
+    EXPECT_EQ(Calls{"RemovingAddress(5 down 10.0.0.3 10.0.0.1 10.0.0.2: 10.0.0.1)"}, in.recorder->TakeCalls());
+    EXPECT_EQ("5 down 10.0.0.3 10.0.0.2", TextOf(in.info));
+}
+
+TEST(EDiscoveredInfo, AnAddressToRemoveMayBeItsOwn)
+{
+    RecordedInfo in;
+    for (char const* const address : {"10.0.0.1", "10.0.0.2"}) in.info.AddAddress(IP(address));
+    std::string told;
+    in.recorder->whenCalled = [&] { told = TextOf(in.recorder->Argument<EIPAddress>(0)); };
+    in.info.RemoveAddress(*in.info.GetAddressAt(0));
+    EXPECT_EQ("10.0.0.1", told);
+    EXPECT_EQ("5 down 10.0.0.2", TextOf(in.info));
+    in.info.RemoveAddress(*in.info.GetAddressAt(0));
+    EXPECT_EQ("10.0.0.2", told);
+    EXPECT_EQ("5 down", TextOf(in.info));
+}
+
+TEST(EDiscoveredInfo, AnObserverMayAddAddressesWhileOneOfTheListIsRemoved)
+{
+    RecordedInfo in;
+    in.info.AddAddress(IP("10.0.0.1"));
+    in.info.AddAddress(IP("10.0.0.2"));
+    bool isFirst = true;
+    in.recorder->whenCalled = [&] {
+        if (!std::exchange(isFirst, false)) return;
+        for (int i = 0; i < 40; ++i) in.info.AddAddress(IP("10.0.1." + std::to_string(i))); // the list moves
+    };
+    in.info.RemoveAddress(*in.info.GetAddressAt(0));
+    EXPECT_EQ(41U, in.info.GetAddressCount());
+    EXPECT_FALSE(in.info.HasAddress(IP("10.0.0.1")));
+    EXPECT_EQ("10.0.0.2", in.info.GetAddressAt(0)->GetAsString());
+}
+
+TEST(EDiscoveredInfo, WithoutATableEverythingWorksAndNobodyIsTold)
+{
+    EDiscoveredInfo info = FullInfo();
+    EXPECT_EQ(kFullText, TextOf(info));
+    info.RemoveAddress(IP("10.0.0.9"));
+    info.SetInterfaceUp(false);
+    info.SetNeighbor(2, Neighbor(kMacs[2], {"10.0.0.3"}));
+    info.RemoveNeighbor(1);
+    info.SetDHCPInfo(EDHCPDiscoveredInfo());
+    EXPECT_EQ("7 down 2001:db8::9 [2 02:00:00:00:00:03 router 10.0.0.3]", TextOf(info));
+    EXPECT_EQ(2U, ByMac(info, kMacs[2]));
+    EXPECT_EQ(3U, info.AddNeighbor(Neighbor(kMacs[0])));
+    info.Empty();
+    EXPECT_EQ("0 down", TextOf(info));
+}
+
+// ---- Protocol records -----------------------------------------------------------------------------------------------
+
+/// The setter announces this record with the old and the new content, then takes it; the record keeps its parent.
+template <class Record, class Text>
+static void ExpectRecordSet(char const* operation, Record& (EDiscoveredInfo::*get)(),
+                            void (EDiscoveredInfo::*set)(Record const&), std::function<void(Record&)> const& change,
+                            Text const& text)
+{
+    SCOPED_TRACE(operation);
+    RecordedInfo in;
+    Record& record = (in.info.*get)();
+    std::string const before = text(record);
+    Record source;
+    change(source);
+    std::string const after = text(source);
+    ASSERT_NE(before, after);
+
+    DiscoveredRecorder& recorder = *in.recorder;
+    recorder.whenCalled = [&] {
+        EXPECT_EQ(before, text(record));
+        EXPECT_EQ(after, text(recorder.Argument<Record>(0)));
+        EXPECT_NE(&source, &recorder.Argument<Record>(0));
+    };
+    (in.info.*set)(source);
+    recorder.whenCalled = nullptr;
+    ASSERT_EQ(Calls{operation}, recorder.Operations());
+    EXPECT_EQ(&record, recorder.calls[0].record);
+    EXPECT_EQ(after, text(record));
+    EXPECT_EQ(&in.info, record.GetParent());
+
+    recorder.Clear();
+    (in.info.*set)(record); // its own
+    EXPECT_EQ(Calls{operation}, recorder.Operations());
+    EXPECT_EQ(after, text(record));
+    EXPECT_EQ(&in.info, record.GetParent());
+}
+
+TEST(EDiscoveredInfo, SettingAProtocolRecordAnnouncesOldAndNewAndKeepsTheParent)
+{
+    ExpectRecordSet<EDHCPDiscoveredInfo>(
+        "SettingDHCPDiscoveredInfo", &EDiscoveredInfo::GetDHCPInfo, &EDiscoveredInfo::SetDHCPInfo,
+        [](auto& record) { record.SetLeaseTimer(11); },
+        [](auto const& record) { return std::to_string(record.GetLeaseTimer()); });
+    ExpectRecordSet<EDHCPv6DiscoveredInfo>(
+        "SettingDHCPv6DiscoveredInfo", &EDiscoveredInfo::GetDHCPv6Info, &EDiscoveredInfo::SetDHCPv6Info,
+        [](auto& record) { record.SetIARenewTime(12); },
+        [](auto const& record) { return std::to_string(record.GetIARenewTime()); });
+    ExpectRecordSet<EFCoEDiscoveredInfo>(
+        "SettingFCoEDiscoveredInfo", &EDiscoveredInfo::GetFCoEInfo, &EDiscoveredInfo::SetFCoEInfo,
+        [](auto& record) { record.SetDiscoveredSourceId(13); },
+        [](auto const& record) { return std::to_string(record.GetDiscoveredSourceId()); });
+    ExpectRecordSet<EPTPDiscoveredInfo>(
+        "SettingPTPDiscoveredInfo", &EDiscoveredInfo::GetPTPInfo, &EDiscoveredInfo::SetPTPInfo,
+        [](auto& record) { record.SetDiscoveredState("SLAVE"); },
+        [](auto const& record) { return record.GetDiscoveredStateAsString(); });
+    ExpectRecordSet<EDCBXDiscoveredInfo>(
+        "SettingDCBXDiscoveredInfo", &EDiscoveredInfo::GetDCBXInfo, &EDiscoveredInfo::SetDCBXInfo,
+        [](auto& record) { record.SetLocalAndPeerLLDPInfoList({}); },
+        [](auto const& record) { return std::to_string(record.GetLocalAndPeerLLDPInfoList().size()); });
+}
+
+// ---- Whole infos ----------------------------------------------------------------------------------------------------
+
+TEST(EDiscoveredInfo, ACopyHasAllButTheParentAndItsRecordsPointAtIt)
+{
+    RecordedInfo in;
+    in.table.SetInfo(5, FullInfo());
+    in.recorder->Clear();
+    EDiscoveredInfo copy(in.info);
+    EXPECT_EQ(nullptr, copy.GetParent());
+    EXPECT_EQ("5" + std::string(kFullText).substr(1), TextOf(copy));
+    EXPECT_EQ(kFullProtocols, ProtocolText(copy));
+    ExpectAdopted(copy);
+    ExpectAdopted(in.info);
+    EXPECT_EQ(&in.table, in.info.GetParent());
+    // With the indexes; they lead to its own neighbours.
+    EXPECT_EQ(copy.GetNeighbor(2), copy.FindNeighborByMAC(MAC(kMacs[1])));
+    EXPECT_EQ(copy.GetNeighbor(1), copy.FindNeighborByIP(IP("10.0.0.1")));
+    EXPECT_NE(in.info.GetNeighbor(1), copy.GetNeighbor(1));
+    copy.GetNeighbor(1)->AddAddress(IP("10.0.0.3"));
+    EXPECT_EQ(1U, ByIp(copy, "10.0.0.3"));
+    EXPECT_EQ(0U, ByIp(in.info, "10.0.0.3"));
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+}
+
+TEST(EDiscoveredInfo, ACopyTakesTheIndexesAsTheyAre)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0]), Neighbor(kMacs[1])});
+    info.GetNeighbor(1)->SetMac(MAC(kMacs[2]));
+    EDiscoveredInfo const copy(info);
+    EXPECT_EQ(1U, ByMac(copy, kMacs[0])); // the old one
+    EXPECT_EQ(0U, ByMac(copy, kMacs[2]));
+}
+
+TEST(EDiscoveredInfo, OutlivesTheSourceOfItsCopy)
+{
+    auto source = std::make_unique<RecordedInfo>();
+    source->table.SetInfo(5, FullInfo());
+    EDiscoveredInfo constructed(source->info);
+    EDiscoveredInfo assigned;
+    assigned = source->info;
+    EDiscoveredInfo swapped;
+    swapped.Swap(source->info);
+    source.reset();
+    for (EDiscoveredInfo* const info : {&constructed, &assigned, &swapped}) {
+        ExpectAdopted(*info);
+        info->GetNeighbor(1)->AddAddress(IP("10.0.0.3"));
+        info->SetPTPInfo(EPTPDiscoveredInfo());
+        info->RemoveNeighbor(2);
+        EXPECT_EQ("5 up 10.0.0.9 2001:db8::9 [1 02:00:00:00:00:01 router 10.0.0.1 10.0.0.3]", TextOf(*info));
+    }
+}
+
+TEST(EDiscoveredInfo, CopyAndEmptyAreAnnouncedOnceWithTheReplacementAndTakeItsIdToo)
+{
+    EDiscoveredInfo const source = FullInfo();
+    struct {
+        char const* name;
+        std::function<void(EDiscoveredInfo&)> change;
+        char const* after;
+        char const* protocols;
+    } const cases[] = {
+        {"Copy", [&](auto& info) { info.Copy(source); }, kFullText, kFullProtocols},
+        {"operator=", [&](auto& info) { info = source; }, kFullText, kFullProtocols},
+        {"Empty", [](auto& info) { info.Empty(); }, "0 down", kNoProtocols},
+        {"itself", [](auto& info) { info.Copy(info); }, "5 down 10.0.0.8 [1 02:00:00:00:00:03 router]", kNoProtocols},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        RecordedInfo in;
+        in.info.AddAddress(IP("10.0.0.8"));
+        in.info.AddNeighbor(Neighbor(kMacs[2]));
+        in.recorder->Clear();
+        in.recorder->whenCalled = [&] {
+            EDiscoveredInfo const& replacement = in.recorder->Argument<EDiscoveredInfo>(0);
+            EXPECT_NE(&source, &replacement);
+            EXPECT_EQ(c.protocols, ProtocolText(replacement));
+            EXPECT_EQ(nullptr, replacement.GetParent());
+            ExpectAdopted(replacement);
+        };
+        c.change(in.info);
+        EXPECT_EQ(Calls{std::string("SettingInfo(5 down 10.0.0.8 [1 02:00:00:00:00:03 router]: ") + c.after + ")"},
+                  in.recorder->TakeCalls());
+        EXPECT_EQ(c.after, TextOf(in.info));
+        EXPECT_EQ(c.protocols, ProtocolText(in.info));
+        EXPECT_EQ(&in.table, in.info.GetParent());
+        ExpectAdopted(in.info);
+        EXPECT_EQ(c.after == kFullText ? 1U : 0U, ByMac(in.info, kMacs[0]));    // the indexes are replaced too
+        EXPECT_EQ("02:00:00:00:00:03", in.table.GetDefaultMAC().GetAsString()); // the table's affair
+    }
+}
+
+TEST(EDiscoveredInfo, SwapExchangesAllButTheParentsAndTellsNobody)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[2], {"10.0.0.3"}));
+    in.recorder->Clear();
+    EDiscoveredInfo other = FullInfo();
+    in.info.Swap(other);
+    EXPECT_EQ(kFullText, TextOf(in.info)); // with the id, on purpose
+    EXPECT_EQ(kFullProtocols, ProtocolText(in.info));
+    EXPECT_EQ(&in.table, in.info.GetParent());
+    EXPECT_EQ(2U, ByMac(in.info, kMacs[1]));
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[2]));
+    EXPECT_EQ(2U, ByIp(in.info, "10.0.0.2"));
+    EXPECT_EQ("5 down [1 02:00:00:00:00:03 router 10.0.0.3]", TextOf(other));
+    EXPECT_EQ(kNoProtocols, ProtocolText(other));
+    EXPECT_EQ(nullptr, other.GetParent());
+    EXPECT_EQ(1U, ByIp(other, "10.0.0.3"));
+    EXPECT_EQ(3U, EDiscoveredInfo(in.info).AddNeighbor(EDiscoveredNeighbor())); // the generators too
+    EXPECT_EQ(2U, EDiscoveredInfo(other).AddNeighbor(EDiscoveredNeighbor()));
+    ExpectAdopted(in.info);
+    ExpectAdopted(other);
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+    in.info.Swap(in.info);
+    EXPECT_EQ(kFullText, TextOf(in.info));
+    ExpectAdopted(in.info);
+}
+
+// ---- Neighbours -----------------------------------------------------------------------------------------------------
+
+TEST(EDiscoveredInfo, AddNeighborTellsOfTheStoredCopyBeforeItIsIndexed)
+{
+    RecordedInfo in;
+    EDiscoveredNeighbor source = Neighbor(kMacs[0], {"10.0.0.1"}, false);
+    source.SetLocalId(77); // does not matter
+    in.recorder->whenCalled = [&] {
+        EXPECT_EQ(in.info.GetNeighbor(1), in.recorder->calls.back().record);
+        EXPECT_EQ(0U, ByMac(in.info, kMacs[0]));
+        EXPECT_EQ(0U, ByIp(in.info, "10.0.0.1"));
+        EXPECT_FALSE(in.table.HasDefaultMAC());
+    };
+    EXPECT_EQ(1U, in.info.AddNeighbor(source));
+    EXPECT_EQ(Calls{"AddingNeighbor(1 02:00:00:00:00:01 host 10.0.0.1)"}, in.recorder->TakeCalls());
+    EXPECT_EQ(1U, ByMac(in.info, kMacs[0]));
+    EXPECT_EQ(1U, ByIp(in.info, "10.0.0.1"));
+    EXPECT_TRUE(in.table.HasDefaultMAC());
+    ExpectAdopted(in.info);
+}
+
+TEST(EDiscoveredInfo, NeighborIdsAscendAndAreNeverUsedAgain)
+{
+    RecordedInfo in;
+    EXPECT_EQ(1U, in.info.AddNeighbor(Neighbor(kMacs[0])));
+    EXPECT_EQ(2U, in.info.AddNeighbor(Neighbor(kMacs[1])));
+    in.info.RemoveNeighbor(2);
+    EXPECT_EQ(3U, in.info.AddNeighbor(*in.info.GetNeighbor(1))); // a copy of its own
+    EXPECT_EQ("5 down [1 02:00:00:00:00:01 router] [3 02:00:00:00:00:01 router]", TextOf(in.info));
+    EXPECT_EQ(3U, ByMac(in.info, kMacs[0]));
+}
+
+TEST(EDiscoveredInfo, WhenTheIdsAreUsedUpNoNeighborIsAddedOrAnnounced)
+{
+    RecordedInfo in;
+    std::string bytes = Golden("EDiscoveredInfo.defaults.hex");
+    bytes.replace(3, 1, Bytes("00")); // the generator's next id: none
+    ReadInto(in.info, bytes);
+    EXPECT_EQ(0U, in.info.AddNeighbor(Neighbor(kMacs[0])));
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[0]));
+    EXPECT_FALSE(in.table.HasDefaultMAC());
+}
+
+TEST(EDiscoveredInfo, SetNeighborTellsWhenTheOldContentIsThereButNotIndexed)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1", "10.0.0.2"}));
+    in.recorder->Clear();
+    EDiscoveredNeighbor source = Neighbor(kMacs[1], {"10.0.0.2", "10.0.0.3"}, false);
+    source.SetLocalId(77);
+    EDiscoveredNeighbor const* const stored = in.info.GetNeighbor(1);
+    in.recorder->whenCalled = [&] {
+        EXPECT_EQ(stored, in.recorder->calls.back().record);
+        EXPECT_EQ(0U, ByMac(in.info, kMacs[0]) + ByIp(in.info, "10.0.0.1") + ByIp(in.info, "10.0.0.2"));
+        EXPECT_EQ(0U, ByMac(in.info, kMacs[1]) + ByIp(in.info, "10.0.0.3"));
+        EXPECT_EQ(kMacs[0], in.table.GetDefaultMAC().GetAsString());
+    };
+    in.info.SetNeighbor(1, source);
+    EXPECT_EQ(Calls{"SettingNeighbor(1 02:00:00:00:00:01 router 10.0.0.1 10.0.0.2: "
+                    "77 02:00:00:00:00:02 host 10.0.0.2 10.0.0.3)"},
+              in.recorder->TakeCalls());
+    EXPECT_EQ("5 down [1 02:00:00:00:00:02 host 10.0.0.2 10.0.0.3]", TextOf(in.info)); // under its own id
+    EXPECT_EQ(stored, in.info.GetNeighbor(1));
+    ExpectAdopted(in.info);
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[0]) + ByIp(in.info, "10.0.0.1"));
+    EXPECT_EQ(1U, ByMac(in.info, kMacs[1]));
+    EXPECT_EQ(1U, ByIp(in.info, "10.0.0.2"));
+    EXPECT_EQ(1U, ByIp(in.info, "10.0.0.3"));
+    EXPECT_EQ(kMacs[1], in.table.GetDefaultMAC().GetAsString());
+}
+
+TEST(EDiscoveredInfo, SetNeighborOfAnUnknownIdDoesNothing)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[0]));
+    in.table.SetDefaultMAC(5, 9, MAC(kMacs[2])); // even if it is said to be the default
+    in.recorder->Clear();
+    in.info.SetNeighbor(9, Neighbor(kMacs[1]));
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+    EXPECT_EQ("5 down [1 02:00:00:00:00:01 router]", TextOf(in.info));
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[1]));
+    EXPECT_EQ(kMacs[2], in.table.GetDefaultMAC().GetAsString());
+}
+
+TEST(EDiscoveredInfo, ANeighborMayBeSetWithItselfOrAnotherOfItsInfo)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"}));
+    in.info.AddNeighbor(Neighbor(kMacs[1], {"10.0.0.2"}));
+    in.recorder->Clear();
+    in.info.SetNeighbor(1, *in.info.GetNeighbor(1));
+    EXPECT_EQ(Calls{"SettingNeighbor(1 02:00:00:00:00:01 router 10.0.0.1: 1 02:00:00:00:00:01 router 10.0.0.1)"},
+              in.recorder->TakeCalls());
+    EXPECT_EQ(1U, ByMac(in.info, kMacs[0]));
+    EXPECT_EQ(1U, ByIp(in.info, "10.0.0.1"));
+    in.info.SetNeighbor(2, *in.info.GetNeighbor(1));
+    EXPECT_EQ("5 down [1 02:00:00:00:00:01 router 10.0.0.1] [2 02:00:00:00:00:01 router 10.0.0.1]", TextOf(in.info));
+    EXPECT_EQ(2U, ByMac(in.info, kMacs[0]));
+    ExpectAdopted(in.info);
+}
+
+TEST(EDiscoveredInfo, RemoveNeighborTellsWhileItIsStillThereAndIndexed)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"}));
+    in.recorder->Clear();
+    in.recorder->whenCalled = [&] {
+        EXPECT_EQ(in.info.GetNeighbor(1), in.recorder->calls.back().record);
+        EXPECT_EQ(1U, ByMac(in.info, kMacs[0]));
+        EXPECT_EQ(1U, ByIp(in.info, "10.0.0.1"));
+        EXPECT_TRUE(in.table.HasDefaultMAC());
+    };
+    in.info.RemoveNeighbor(1);
+    EXPECT_EQ(Calls{"RemovingNeighbor(1 02:00:00:00:00:01 router 10.0.0.1)"}, in.recorder->TakeCalls());
+    EXPECT_EQ("5 down", TextOf(in.info));
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[0]) + ByIp(in.info, "10.0.0.1"));
+    EXPECT_FALSE(in.table.HasDefaultMAC());
+    in.info.RemoveNeighbor(1); // not there
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+}
+
+TEST(EDiscoveredInfo, OfNeighborsThatShareAMacOrAddressTheLastIndexedIsFound)
+{
+    RecordedInfo in;
+    for (int i = 0; i < 3; ++i) in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"}));
+    EXPECT_EQ(3U, ByMac(in.info, kMacs[0]));
+    EXPECT_EQ(3U, ByIp(in.info, "10.0.0.1"));
+    in.info.SetNeighbor(2, Neighbor(kMacs[0], {"10.0.0.1"})); // indexed again
+    EXPECT_EQ(2U, ByMac(in.info, kMacs[0]));
+    EXPECT_EQ(2U, ByIp(in.info, "10.0.0.1"));
+}
+
+TEST(EDiscoveredInfo, CleaningByTextDropsTheEntryOfOthersThatShareIt)
+{
+    struct {
+        char const* name;
+        std::function<void(EDiscoveredInfo&)> change;
+    } const cases[] = {
+        {"removing the last", [](EDiscoveredInfo& info) { info.RemoveNeighbor(2); }},
+        {"removing another", [](EDiscoveredInfo& info) { info.RemoveNeighbor(1); }},
+        {"setting the last", [](EDiscoveredInfo& info) { info.SetNeighbor(2, Neighbor(kMacs[1])); }},
+        {"setting another", [](EDiscoveredInfo& info) { info.SetNeighbor(1, Neighbor(kMacs[1])); }},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1"}), Neighbor(kMacs[0], {"10.0.0.1"})});
+        c.change(info);
+        EXPECT_EQ(0U, ByMac(info, kMacs[0])); // on purpose, though one of them still has it
+        EXPECT_EQ(0U, ByIp(info, "10.0.0.1"));
+    }
+}
+
+TEST(EDiscoveredInfo, AnEntryOfAnOldMacStaysAndNamesNobodyOnceItsNeighborIsGone)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0])});
+    info.GetNeighbor(1)->SetMac(MAC(kMacs[1]));
+    info.RemoveNeighbor(1); // cleans the new text alone
+    EXPECT_EQ(nullptr, info.FindNeighborByMAC(MAC(kMacs[0])));
+    EXPECT_EQ(nullptr, info.FindNeighborByMAC(MAC(kMacs[1])));
+    EXPECT_EQ(2U, info.AddNeighbor(Neighbor(kMacs[2]))); // ids are not used again, so that it cannot name another one
+    EXPECT_EQ(0U, ByMac(info, kMacs[0]));
+}
+
+TEST(EDiscoveredInfo, NeighborsAreFoundInBothForms)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1", "2001:db8::1"})});
+    EDiscoveredInfo const& constant = info;
+    EDiscoveredNeighbor* const neighbor = info.GetNeighbor(1);
+    EXPECT_EQ(neighbor, info.FindNeighborByMAC(MAC(kMacs[0])));
+    EXPECT_EQ(neighbor, constant.FindNeighborByMAC(MAC(kMacs[0])));
+    EXPECT_EQ(neighbor, info.FindNeighborByIP(IP("2001:db8::1")));
+    EXPECT_EQ(neighbor, constant.FindNeighborByIP(IP("10.0.0.1")));
+    EXPECT_EQ(neighbor, constant.GetNeighbor(1));
+    EXPECT_EQ(nullptr, info.FindNeighborByMAC(EMACAddress()));
+    EXPECT_EQ(nullptr, constant.FindNeighborByIP(EIPAddress()));
+}
+
+// ---- Archive --------------------------------------------------------------------------------------------------------
+
+static char const* const kGoldenText = "5 up 2001:db8::9 10.0.0.9 [3 02:00:00:00:00:03 router 10.0.0.3] "
+                                       "[7 02:00:00:00:00:07 host 10.0.0.7 2001:db8::7]";
+
+TEST(EDiscoveredInfoArchive, WritesAndReadsTheGoldenBytes)
+{
+    EDiscoveredInfo info = Info(5);
+    info.SetInterfaceUp(true);
+    info.AddAddress(IP("2001:db8::9"));
+    info.AddAddress(IP("10.0.0.9"));
+    for (unsigned int id = 1; id <= 10; ++id) {
+        info.AddNeighbor(id == 3 ? Neighbor("02:00:00:00:00:03", {"10.0.0.3"})
+                                 : Neighbor("02:00:00:00:00:07", {"10.0.0.7", "2001:db8::7"}, false));
+        if (id != 3 && id != 7) info.RemoveNeighbor(id);
+    }
+    EXPECT_EQ(kGoldenText, TextOf(info));
+    EXPECT_EQ(Golden("EDiscoveredInfo.hex"), Written(info));
+    EXPECT_EQ(Golden("EDiscoveredInfo.defaults.hex"), Written(EDiscoveredInfo()));
+
+    EDiscoveredInfo read = Read<EDiscoveredInfo>("EDiscoveredInfo.hex");
+    EXPECT_EQ(kGoldenText, TextOf(read));
+    EXPECT_EQ(11U, read.AddNeighbor(EDiscoveredNeighbor())); // the generator travels along
+    EXPECT_EQ("0 down", TextOf(Read<EDiscoveredInfo>("EDiscoveredInfo.defaults.hex")));
+}
+
+TEST(EDiscoveredInfoArchive, CarriesEveryProtocolRecord)
+{
+    EDiscoveredInfo read;
+    ReadInto(read, Written(FullInfo()));
+    EXPECT_EQ(kFullText, TextOf(read));
+    EXPECT_EQ(kFullProtocols, ProtocolText(read));
+}
+
+TEST(EDiscoveredInfoArchive, ReadingReplacesListsTellsNobodyAndKeepsTheParent)
+{
+    RecordedInfo in;
+    in.info.AddAddress(IP("10.0.0.8"));
+    in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"}));
+    in.recorder->Clear();
+    ReadInto(in.info, Golden("EDiscoveredInfo.hex"));
+    EXPECT_EQ(kGoldenText, TextOf(in.info));
+    EXPECT_EQ(&in.table, in.info.GetParent());
+    ExpectAdopted(in.info);
+    EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+    EXPECT_EQ(kMacs[0], in.table.GetDefaultMAC().GetAsString()); // the table's affair
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[0]) + ByIp(in.info, "10.0.0.1"));
+}
+
+TEST(EDiscoveredInfoArchive, ReadingAppendsToTheOptionsAndAddressesOfTheDHCPRecords)
+{
+    EDiscoveredInfo info;
+    info.GetDHCPInfo().SetDiscoveredCustomTLVs({EDHCPTLV()});
+    info.GetDHCPv6Info().SetDiscoveredAddresses({IP("2001:db8::1")});
+    std::string const bytes = Written(info);
+    ReadInto(info, bytes);
+    EXPECT_EQ(2U, info.GetDHCPInfo().GetDiscoveredCustomTLVs().size());
+    EXPECT_EQ(2U, info.GetDHCPv6Info().GetDiscoveredAddresses().size());
+}
+
+TEST(EDiscoveredInfoArchive, WhatWasReadIsFoundByEveryMacAndAddress)
+{
+    EDiscoveredInfo const info = Read<EDiscoveredInfo>("EDiscoveredInfo.hex");
+    EXPECT_EQ(3U, ByMac(info, "02:00:00:00:00:03"));
+    EXPECT_EQ(7U, ByMac(info, "02:00:00:00:00:07"));
+    EXPECT_EQ(3U, ByIp(info, "10.0.0.3"));
+    EXPECT_EQ(7U, ByIp(info, "10.0.0.7"));
+    EXPECT_EQ(7U, ByIp(info, "2001:db8::7"));
+}
+
+TEST(EDiscoveredInfoArchive, ReadingIndexesInAscendingOrderAndForgetsOldTexts)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1"}), Neighbor(kMacs[0], {"10.0.0.1"})});
+    info.SetNeighbor(1, Neighbor(kMacs[0], {"10.0.0.1"}));
+    EXPECT_EQ(1U, ByMac(info, kMacs[0])); // indexed last
+    info.GetNeighbor(2)->SetMac(MAC(kMacs[1]));
+    info.GetNeighbor(2)->SetMac(MAC(kMacs[0]));
+    std::string const bytes = Written(info);
+    ReadInto(info, bytes);
+    EXPECT_EQ(2U, ByMac(info, kMacs[0])); // the highest id
+    EXPECT_EQ(2U, ByIp(info, "10.0.0.1"));
+
+    info.GetNeighbor(1)->SetMac(MAC(kMacs[2]));
+    ReadInto(info, Written(info));
+    EXPECT_EQ(1U, ByMac(info, kMacs[2]));
+    EXPECT_EQ(2U, ByMac(info, kMacs[0]));
+}
+
+/// Whatever is found by a MAC or address of these is a neighbour that the info holds, under the id it is kept by.
+static void ExpectConsistent(EDiscoveredInfo& info)
+{
+    ExpectAdopted(info);
+    EDiscoveredNeighborList const& neighbors = info.GetNeighbors();
+    for (auto position = neighbors.begin(); position != neighbors.end(); ++position)
+        EXPECT_EQ(position->first, neighbors.GetItem(position)->GetLocalId());
+    for (char const* const mac : {kMacs[0], kMacs[1], "02:00:00:00:00:03", "02:00:00:00:00:07"})
+        if (EDiscoveredNeighbor const* const found = info.FindNeighborByMAC(MAC(mac))) {
+            EXPECT_EQ(mac, found->GetMac().GetAsString());
+            EXPECT_EQ(found, info.GetNeighbor(found->GetLocalId()));
+        }
+    for (char const* const address : {"10.0.0.1", "10.0.0.2", "10.0.0.3", "10.0.0.7", "2001:db8::7"})
+        if (EDiscoveredNeighbor const* const found = info.FindNeighborByIP(IP(address))) {
+            EXPECT_TRUE(found->HasAddress(IP(address)));
+            EXPECT_EQ(found, info.GetNeighbor(found->GetLocalId()));
+        }
+}
+
+TEST(EDiscoveredInfoArchive, EveryCutIsAnArchiveErrorAndLeavesAnInfoThatNamesNoWrongNeighbor)
+{
+    std::string const bytes = Golden("EDiscoveredInfo.hex");
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        SCOPED_TRACE(size);
+        RecordedInfo in;
+        for (std::size_t i = 0; i < 8; ++i)
+            in.info.AddNeighbor(Neighbor(kMacs[i % 2], {i % 2 ? "10.0.0.1" : "10.0.0.2"}));
+        in.recorder->Clear();
+        EArchive archive;
+        Load(archive, bytes.substr(0, size));
+        EXPECT_THROW(archive >> in.info, EArchiveError);
+        EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
+        ExpectConsistent(in.info);
+        // It goes on being used.
+        unsigned int const id = in.info.AddNeighbor(Neighbor("02:00:00:00:00:99", {"10.0.0.99"}));
+        EXPECT_EQ(id, ByMac(in.info, "02:00:00:00:00:99"));
+        in.info.RemoveNeighbor(id);
+        ReadInto(in.info, Golden("EDiscoveredInfo.defaults.hex"));
+        EXPECT_EQ("0 down", TextOf(in.info));
+    }
+}
+
+TEST(EDiscoveredInfoArchive, AFailureBeforeTheNeighborsLeavesThemFoundAsBefore)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1"})});
+    for (std::size_t size = 0; size < 3 + 17 + 5; ++size) { // id, up, the two addresses
+        EArchive archive;
+        Load(archive, Golden("EDiscoveredInfo.hex").substr(0, size));
+        EXPECT_THROW(archive >> info, EArchiveError);
+        EXPECT_EQ(1U, ByMac(info, kMacs[0])) << size;
+        EXPECT_EQ(1U, ByIp(info, "10.0.0.1")) << size;
+    }
+}
+
+TEST(EDiscoveredInfoArchiveDeathTest, TheAddressListRefusesTheWrongDirection)
+{
+    ChildResult const written = RunInChild([] {
+        EArchive archive;
+        Load(archive, Golden("EDiscoveredInfo.hex"));
+        archive << EDiscoveredInfo();
+    });
+    EXPECT_EQ(1, written.exitStatus);
+    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 157, "template<ItemType> SerializeOut(..,vector)"),
+              written.output);
+    ChildResult const read = RunInChild([] {
+        EArchive archive;
+        EDiscoveredInfo info;
+        archive >> info;
+    });
+    EXPECT_EQ(1, read.exitStatus);
+    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 172, "template<ItemType> SerializeIn(..,vector)"),
+              read.output);
+}

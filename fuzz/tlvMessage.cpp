@@ -24,20 +24,21 @@ void Apply(void const* bytes, std::size_t size, EInterfaceTable& table)
     CheckTable(table);
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments);
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
-
-int LLVMFuzzerInitialize(int*, char***)
+bool ReadyForMessages()
 {
     Protocol::RunTLVParserMapInitializers();
     Protocol::UseOwnTLVIds();
-    return 0;
+    return true;
 }
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
 
 int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
+    static bool const ready = ReadyForMessages();
+    Require(ready, "the parser maps are filled");
     EInterfaceTable table(7);
     FillWithTwoInterfaces(table);
     Apply(data, size, table);

@@ -6,6 +6,7 @@
 #include "ifcoreExport.hpp"
 
 #include <list>
+#include <utility>
 
 class EDiscoveredInfo;
 class EDiscoveredTableHooks;
@@ -25,6 +26,7 @@ public:
     void Empty();                                ///< On purpose announces nothing, unlike that of DHCPv6.
     void Swap(EDHCPDiscoveredInfo& other) { std::swap(m_values, other.m_values); } ///< Announces nothing.
 
+    // Both addresses are on purpose taken by changeable reference, and copied.
     EIPAddress const& GetDiscoveredIP() const { return m_values.ip; }
     void SetDiscoveredIP(EIPAddress& address) { m_values.ip = address; }
     unsigned int GetDiscoveredPrefixLength() const { return m_values.prefixLength; }

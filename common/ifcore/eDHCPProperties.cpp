@@ -1,6 +1,7 @@
 #include "eDHCPProperties.hpp"
 
 #include "eArchiveLayout.hpp"
+#include "eProcessWide.hpp"
 #include "eRecord.hpp"
 
 template <class Values> static auto Tie(Values& v)
@@ -11,8 +12,8 @@ template <class Values> static auto Tie(Values& v)
 
 EIPAddress EDHCPProperties::Values::LimitedBroadcast()
 {
-    static EIPAddress const address("255.255.255.255");
-    return address;
+    static EProcessWide<EIPAddress> const address("255.255.255.255");
+    return address.Get();
 }
 
 void EDHCPProperties::Copy(EDHCPProperties const& other)

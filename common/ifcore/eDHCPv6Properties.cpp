@@ -1,6 +1,7 @@
 #include "eDHCPv6Properties.hpp"
 
 #include "eArchiveLayout.hpp"
+#include "eProcessWide.hpp"
 #include "eRecord.hpp"
 
 template <class Values> static auto Tie(Values& v)
@@ -11,8 +12,8 @@ template <class Values> static auto Tie(Values& v)
 
 EIPAddress EDHCPv6Properties::Values::AllServers()
 {
-    static EIPAddress const address("ff05::1:3");
-    return address;
+    static EProcessWide<EIPAddress> const address("ff05::1:3");
+    return address.Get();
 }
 
 void EDHCPv6Properties::Copy(EDHCPv6Properties const& other)

@@ -8,7 +8,7 @@
 /// By eLLDPInfoIndex.
 static constexpr char const* kLLDPRowNames[] = {"LLDP-Chassis Id", "LLDP-Port Id", "LLDP-Time To Live"};
 
-/// By eDCBXInfoIndex.
+/// By eDCBXInfoIndex. On purpose not the names that the features themselves go by.
 static constexpr char const* kDCBXRowNames[] = {"Control",           "Priority Group",   "PFC",  "FCoE",
                                                 "FCoE Logical Link", "LAN Logical Link", "iSCSI"};
 
@@ -17,7 +17,13 @@ EDCBXDiscoveredInfo::EDCBXDiscoveredInfo()
     ClearOperAndPeerInfoList();
 }
 
-EDCBXDiscoveredInfo::EDCBXDiscoveredInfo(EDCBXDiscoveredInfo const& other) : m_values(other.m_values) {}
+EDCBXDiscoveredInfo::EDCBXDiscoveredInfo(EDCBXDiscoveredInfo const& other) : m_values(other.m_values)
+{
+    m_values.operDcbx.SetParent(nullptr); // copies take their parent along
+    m_values.peerDcbx.SetParent(nullptr);
+    m_values.localLldp.SetParent(nullptr);
+    m_values.peerLldp.SetParent(nullptr);
+}
 
 void EDCBXDiscoveredInfo::Copy(EDCBXDiscoveredInfo const& other)
 {
@@ -95,6 +101,7 @@ void EDCBXDiscoveredInfo::UpdateOperAndPeerInfoList()
     EDCBXConfig const& peerDcbx = m_values.peerDcbx;
     if (oper.GetFeatureTlvs().empty()) return; // on purpose without a row for the control TLV
     EDCBXControlTlv const& control = oper.GetControlTlv();
+    // On purpose the control state of this side alone.
     m_values.dcbxRows.push_back({GetDCBXInfoName(1, 0, 0),
                                  control.GetDCBXControlTlvAsString() + control.GetControlStateAsString(),
                                  peerDcbx.GetControlTlv().GetDCBXControlTlvAsString(), false});

@@ -36,7 +36,8 @@ public:
     };
     /// The positions of the LLDP rows.
     enum eLLDPInfoIndex : unsigned int { LLDP_CHASSIS_ID = 0, LLDP_PORT_ID = 1, LLDP_TIME_TO_LIVE = 2 };
-    /// The positions of the DCBX features' names.
+    /// The names of the DCBX features, in their order. As a position of a row it is just a number: the rows behind
+    /// that of the control TLV follow the list of features.
     enum eDCBXInfoIndex : unsigned int {
         DCBX_CONTROL = 0,
         DCBX_PRIORITY_GROUP = 1,
@@ -102,8 +103,8 @@ public:
     void SetParent(EDiscoveredInfo const* parent) { m_parent = parent; }
     EDiscoveredTableHooks& GetHooks() const; ///< Never fails: without a parent, one that ignores all.
     void SerializeOut(EArchive& archive) const;
-    /// Not emptied first, but both comparisons are replaced by what was stored. Announces nothing. An unknown version
-    /// ends the process.
+    /// Not emptied first: features are appended, as the configurations do; both comparisons are replaced by what was
+    /// stored. Announces nothing. An unknown version ends the process.
     void SerializeIn(EArchive& archive);
 
 private:

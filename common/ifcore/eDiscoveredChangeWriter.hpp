@@ -22,7 +22,10 @@ class EArchive;
 /// And what an archive does not carry is not in the stream either:
 /// - the second table indexes the neighbours of a whole info anew: of several with one MAC or address it may find
 ///   another, and it does not know a MAC from before SetMac;
-/// - the rate of PTP statistics may become a millionth less each time it is written.
+/// - the rate of PTP statistics may become a millionth less each time it is written;
+/// - features of a DCBX configuration arrive with the configuration's subtype as theirs, LLDP ids with the low 8 bits
+/// of
+///   their subtypes. More than 255 features are written but cannot be read, and the stream is lost from there on.
 class IFCORE_API EDiscoveredChangeWriter : public EDiscoveredTableHooks {
 public:
     EDiscoveredChangeWriter();

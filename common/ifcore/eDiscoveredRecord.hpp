@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eDiscoveredTableHooks.hpp"
+#include "eProcessWide.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,8 +12,8 @@
 /// The observer of a record: that of its owner; without one, one that ignores all and is the class's own.
 template <class Record, class Owner> EDiscoveredTableHooks& HooksThrough(Owner const* owner)
 {
-    static EIgnoreDiscoveredTableHooks ignoring;
-    return owner ? owner->GetHooks() : ignoring;
+    static EProcessWide<EIgnoreDiscoveredTableHooks> const ignoring;
+    return owner ? owner->GetHooks() : ignoring.Get();
 }
 
 /// Records know their owners as const. The few things in an owner that a record keeps current, an index and the default

@@ -3,6 +3,7 @@
 #include "eArchiveLayout.hpp"
 #include "eComponentId.hpp"
 #include "eDiscoveredRecord.hpp"
+#include "eProcessWide.hpp"
 #include "eRecord.hpp"
 
 #include <iterator>
@@ -35,8 +36,8 @@ void EDiscoveredTable::Swap(EDiscoveredTable& other)
 
 EDiscoveredTableHooks& EDiscoveredTable::GetHooks() const
 {
-    static EIgnoreDiscoveredTableHooks ignoring;
-    return hooks ? *hooks : ignoring;
+    static EProcessWide<EIgnoreDiscoveredTableHooks> const ignoring;
+    return hooks ? *hooks : ignoring.Get();
 }
 
 eHal::EProtocolName const& EDiscoveredTable::StaticGetProtocolName()

@@ -109,8 +109,8 @@ void EFCoEDiscoveredInfo::GetWwpnAsString(unsigned long wwpn, std::string& text)
 
 // ---- Archive --------------------------------------------------------------------------------------------------------
 
-/// The logins: a count, written as `unsigned long` and read as `int`, and for each its key and its value. Reading
-/// replaces them; of two with one key the later wins.
+/// The logins: a count, on purpose written as `unsigned long` and read as `int`, and for each its key and its value.
+/// Reading replaces them; of two with one key the later wins.
 template <class Map> struct ELoginsField {
     Map& logins;
 };

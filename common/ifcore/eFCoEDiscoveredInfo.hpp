@@ -67,7 +67,7 @@ public:
     bool IsValid() const { return m_values.valid; }
     void SetValid(bool valid) { m_values.valid = valid; }
     std::string const& GetDiscoveredStatusReason() const { return m_values.statusReason; }
-    std::string GetDiscoveredStatusReason() { return m_values.statusReason; }
+    std::string GetDiscoveredStatusReason() { return m_values.statusReason; } ///< On purpose a copy.
     void SetDiscoveredStatusReason(std::string const& reason) { m_values.statusReason = reason; }
     EMACAddress const& GetDiscoveredDestMAC() const { return m_values.destMac; }
     void SetDiscoveredDestMAC(EMACAddress const& mac) { m_values.destMac = mac; }

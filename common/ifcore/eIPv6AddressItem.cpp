@@ -2,14 +2,15 @@
 
 #include "eArchiveLayout.hpp"
 #include "eInterfaceItem.hpp"
+#include "eProcessWide.hpp"
 #include "eRecord.hpp"
 
 #include <algorithm>
 
 EIPAddress EIPv6AddressItem::Values::Unspecified()
 {
-    static EIPAddress const address("::");
-    return address;
+    static EProcessWide<EIPAddress> const address("::");
+    return address.Get();
 }
 
 template <class Values> static auto Tie(Values& v)

@@ -1,12 +1,13 @@
 #include "eInterfaceItem.hpp"
 
 #include "eInterfaceTable.hpp"
+#include "eProcessWide.hpp"
 #include "eRecord.hpp"
 
 EIPAddress EInterfaceItem::Values::NoIPv6Gateway()
 {
-    static EIPAddress const none = EIPv6AddressItem().GetAddress();
-    return none;
+    static EProcessWide<EIPAddress> const none(EIPv6AddressItem().GetAddress());
+    return none.Get();
 }
 
 template <class Record> static std::unique_ptr<Record> Clone(std::unique_ptr<Record> const& record)
@@ -17,8 +18,8 @@ template <class Record> static std::unique_ptr<Record> Clone(std::unique_ptr<Rec
 /// What getters of absent data answer from.
 template <class Record> static Record const& OrDefault(std::unique_ptr<Record> const& record)
 {
-    static Record const absent;
-    return record ? *record : absent;
+    static EProcessWide<Record> const absent;
+    return record ? *record : absent.Get();
 }
 
 template <class Record, class Parent> static void Adopt(std::unique_ptr<Record> const& record, Parent* parent)
@@ -118,8 +119,8 @@ void EInterfaceItem::GetID(EComponentId& id) const
 
 EInterfaceTableHooks& EInterfaceItem::GetHooks() const
 {
-    static EIgnoreInterfaceTableHooks ignoring;
-    return m_parent ? m_parent->GetHooks() : ignoring;
+    static EProcessWide<EIgnoreInterfaceTableHooks> const ignoring;
+    return m_parent ? m_parent->GetHooks() : ignoring.Get();
 }
 
 /// Announces a switch with the record it switches, on a real change only, then stores it.

@@ -143,12 +143,12 @@ std::string EPTPDiscoveredInfo::GetDiscoveredStateAsString() const
 
 unsigned long EPTPDiscoveredInfo::GetTimeStamp() const
 {
-    return m_values.state == kMaster ? 0 : m_values.clockStats.GetTimeStamp();
+    return m_values.state == kMaster ? 0 : m_values.clockStats.m_values.timeStamp;
 }
 
 long EPTPDiscoveredInfo::GetClockOffsetFromMaster() const
 {
-    return m_values.state == kMaster ? 0 : m_values.clockStats.GetClockOffsetFromMaster();
+    return m_values.state == kMaster ? 0 : m_values.clockStats.m_values.clockOffsetFromMaster;
 }
 
 std::string EPTPDiscoveredInfo::GetTimeStampAsString() const

@@ -17,11 +17,13 @@ class IFCORE_API EPTPClockStats {
 public:
     EPTPClockStats() = default;
     EPTPClockStats(EPTPClockStats const&) = default;
+    EPTPClockStats(EPTPClockStats&&) = default;
     EPTPClockStats& operator=(EPTPClockStats const& other)
     {
         Copy(other);
         return *this;
     }
+    EPTPClockStats& operator=(EPTPClockStats&&) = default;
     virtual ~EPTPClockStats();
     void Copy(EPTPClockStats const& other);
     void Empty() { m_values = Values(); }
@@ -30,8 +32,6 @@ public:
 
     /// Appends the id of each statistic, 2 to 14.
     static void FillListWithAllIds(std::list<int>& ids);
-    unsigned long GetTimeStamp() const { return m_values.timeStamp; } ///< Microseconds.
-    long GetClockOffsetFromMaster() const { return m_values.clockOffsetFromMaster; }
     std::string GetTimeStampAsString() const; ///< Seconds and microseconds, on purpose without leading zeros: "1:5"
     std::string GetClockOffsetFromMasterAsString() const;
 
@@ -39,6 +39,8 @@ public:
     void SerializeIn(EArchive& archive); ///< What the version does not carry stays. An unknown one ends the process.
 
 private:
+    friend class EPTPDiscoveredInfo; // which shows time stamp and offset
+
     struct Values {
         EUID clockIdentity;
         unsigned long timeStamp = 0; // microseconds
@@ -88,7 +90,7 @@ public:
 private:
     struct Values {
         bool flag = false;      // this and all but state and statistics are only carried
-        unsigned int state = 0; // 0 to 9, see the names in the source
+        unsigned int state = 0; // 0 to 9 have names; any value is legal to hold
         EPTPClockStats clockStats;
         std::array<unsigned char, 4> bytes = {};
         std::array<unsigned int, 2> words = {};

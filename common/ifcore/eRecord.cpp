@@ -2,11 +2,12 @@
 
 #include "eComponentId.hpp"
 #include "eInterfaceItem.hpp"
+#include "eProcessWide.hpp"
 
 EInterfaceTableHooks& IgnoringHooks()
 {
-    static EIgnoreInterfaceTableHooks hooks;
-    return hooks;
+    static EProcessWide<EIgnoreInterfaceTableHooks> const hooks;
+    return hooks.Get();
 }
 
 EInterfaceTableHooks& HooksOf(EInterfaceItem const* owner)

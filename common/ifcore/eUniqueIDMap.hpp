@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eArchiveOperators.hpp"
+#include "eProcessWide.hpp"
 #include "eUniqueIDGenerator.hpp"
 #include "eUniqueIDMapImplBase.hpp"
 #include "ifcoreExport.hpp"
@@ -34,8 +35,8 @@ public:
     /// The one that containers without a factory of their own use: they allocate none.
     static EDefaultFactory const& Shared()
     {
-        static EDefaultFactory const factory;
-        return factory;
+        static EProcessWide<EDefaultFactory> const factory;
+        return factory.Get();
     }
 };
 

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 #include <typeinfo>
 
@@ -27,8 +26,7 @@ TEST(EDiscoveredTableHooks, TheDoNothingFormKeepsTheSlots)
 #include "eDiscoveredTableHooks.def"
     };
     ASSERT_EQ(21U, slots.size());
-    for (std::size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(2 + i, slots[i]);
-    EXPECT_EQ(sizeof(void*), sizeof(EIgnoreDiscoveredTableHooks)); // no data
+    ExpectKeepsSlots<EIgnoreDiscoveredTableHooks>(slots);
 }
 
 static void CallEveryOperation(EDiscoveredTableHooks& hooks)
@@ -39,17 +37,7 @@ static void CallEveryOperation(EDiscoveredTableHooks& hooks)
 
 TEST(EDiscoveredTableHooks, TheDoNothingFormTakesEveryCallAndDoesNothing)
 {
-    DiscoveredRecorder recorder;
-    CallEveryOperation(recorder);
-    EXPECT_EQ(21U, recorder.calls.size()); // every operation was called, each with its own
-
-    EIgnoreDiscoveredTableHooks ignoring;
-    std::string before(sizeof ignoring, '\0');
-    std::memcpy(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring);
-    testing::internal::CaptureStdout();
-    CallEveryOperation(ignoring);
-    EXPECT_EQ("", testing::internal::GetCapturedStdout());
-    EXPECT_EQ(0, std::memcmp(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring));
+    ExpectIgnoresEveryCall<EIgnoreDiscoveredTableHooks, DiscoveredRecorder>(21U, CallEveryOperation);
 }
 
 /// Whether it is the do-nothing observer.

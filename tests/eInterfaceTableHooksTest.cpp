@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <typeinfo>
 
 static std::vector<ESlottedOperation> const kOperations = {
@@ -26,8 +25,7 @@ TEST(EInterfaceTableHooks, TheDoNothingFormKeepsTheSlots)
 #include "eInterfaceTableHooks.def"
     };
     ASSERT_EQ(160U, slots.size());
-    for (std::size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(2 + i, slots[i]);
-    EXPECT_EQ(sizeof(void*), sizeof(EIgnoreInterfaceTableHooks)); // no data
+    ExpectKeepsSlots<EIgnoreInterfaceTableHooks>(slots);
 }
 
 static void CallEveryOperation(EInterfaceTableHooks& hooks)
@@ -38,17 +36,7 @@ static void CallEveryOperation(EInterfaceTableHooks& hooks)
 
 TEST(EInterfaceTableHooks, TheDoNothingFormTakesEveryCallAndDoesNothing)
 {
-    Recorder recorder;
-    CallEveryOperation(recorder);
-    EXPECT_EQ(160U, recorder.calls.size()); // every operation was called, each with its own
-
-    EIgnoreInterfaceTableHooks ignoring;
-    std::string before(sizeof ignoring, '\0');
-    std::memcpy(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring);
-    testing::internal::CaptureStdout();
-    CallEveryOperation(ignoring);
-    EXPECT_EQ("", testing::internal::GetCapturedStdout());
-    EXPECT_EQ(0, std::memcmp(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring));
+    ExpectIgnoresEveryCall<EIgnoreInterfaceTableHooks, Recorder>(160U, CallEveryOperation);
 }
 
 TEST(EInterfaceTableHooks, EveryRecordReachesTheObserverOfItsTable)

@@ -56,3 +56,27 @@ template <class Hooks, class... Argument> void CallWithAny(Hooks& hooks, void (H
 {
     (hooks.*operation)(AnyValue<std::decay_t<Argument>>()...);
 }
+
+/// The do-nothing form of an observer keeps the slots of its \p slots.size() operations and has no data.
+template <class Ignoring> void ExpectKeepsSlots(std::vector<std::size_t> const& slots)
+{
+    for (std::size_t i = 0; i < slots.size(); ++i) EXPECT_EQ(2 + i, slots[i]);
+    EXPECT_EQ(sizeof(void*), sizeof(Ignoring));
+}
+
+/// The do-nothing form takes every call and does nothing; \p callEveryOperation calls each of the \p count once.
+template <class Ignoring, class Recording, class Hooks>
+void ExpectIgnoresEveryCall(std::size_t count, void (*callEveryOperation)(Hooks&))
+{
+    Recording recorder;
+    callEveryOperation(recorder);
+    EXPECT_EQ(count, recorder.calls.size()); // every operation was called, each with its own
+
+    Ignoring ignoring;
+    std::string before(sizeof ignoring, '\0');
+    std::memcpy(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring);
+    testing::internal::CaptureStdout();
+    callEveryOperation(ignoring);
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
+    EXPECT_EQ(0, std::memcmp(before.data(), static_cast<void const*>(&ignoring), sizeof ignoring));
+}

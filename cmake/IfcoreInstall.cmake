@@ -19,9 +19,9 @@ install(TARGETS ${ifcore_installed_libraries} EXPORT ifcore
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
 
 # What only the library's sources include stays here.
-set(ifcore_private_headers eAddressFamily eArchiveLayout eAtmEncapsulationIds eDiscoveredRecord eFCoEShared eRecord
-    eTLVParserMap eTLVWire)
-list(JOIN ifcore_private_headers "|" private_headers)
+set(private_headers eAddressFamily eArchiveLayout eAtmEncapsulationIds eDiscoveredOperation eDiscoveredRecord eFCoEShared
+    eRecord eTLVParserMap eTLVWire)
+list(JOIN private_headers "|" private_headers)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/common/ifcore/"
     DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ifcore" COMPONENT development
     FILES_MATCHING PATTERN "*.hpp" PATTERN "*.def"

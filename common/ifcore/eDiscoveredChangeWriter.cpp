@@ -1,7 +1,11 @@
 #include "eDiscoveredChangeWriter.hpp"
 
 #include "eArchive.hpp"
+#include "eDiscoveredOperation.hpp"
 #include "eDiscoveredTable.hpp"
+
+#include <new>
+#include <utility>
 
 EDiscoveredChangeWriter::EDiscoveredChangeWriter() : m_stream(std::make_unique<EArchive>()) {}
 
@@ -10,18 +14,28 @@ EDiscoveredChangeWriter::~EDiscoveredChangeWriter() = default;
 EBlob EDiscoveredChangeWriter::TakeMessage()
 {
     auto next = std::make_unique<EArchive>();
+    if (m_failed) { // half an operation stands at the end: nothing of the stream can be trusted
+        m_stream = std::move(next);
+        m_changes = 0;
+        m_failed = false;
+        throw std::bad_alloc();
+    }
+    m_failed = true; // until all of the message is there
     *m_stream << false;
     EBlob const message = m_stream->GetAsEBlob();
     m_stream = std::move(next);
     m_changes = 0;
+    m_failed = false;
     return message;
 }
 
 template <class... Value> void EDiscoveredChangeWriter::Write(unsigned int code, Value const&... values)
 {
+    bool const failed = std::exchange(m_failed, true); // unless all of it is written
     *m_stream << true << code;
     static_cast<void>((*m_stream << ... << values));
     ++m_changes;
+    m_failed = failed;
 }
 
 /// The interface of a record: the first id of its locator.
@@ -30,115 +44,113 @@ template <class Record> static unsigned int InterfaceOf(Record const& record)
     return record.GetParent() ? record.GetParent()->GetLocalId() : 0;
 }
 
-// The codes are those of the operations in eDiscoveredTable.cpp.
-
 void EDiscoveredChangeWriter::SettingDiscoveredTable(EDiscoveredTable const&, EDiscoveredTable const& replacement)
 {
-    Write(0, replacement);
+    Write(REPLACE_TABLE, replacement);
 }
 
 void EDiscoveredChangeWriter::AddingInfo(EDiscoveredInfo const& info)
 {
-    Write(1, info);
+    Write(ADD_INFO, info);
 }
 
 void EDiscoveredChangeWriter::RemovingInfo(EDiscoveredInfo const& info)
 {
-    Write(2, info.GetLocalId());
+    Write(REMOVE_INFO, info.GetLocalId());
 }
 
 void EDiscoveredChangeWriter::SettingInfo(EDiscoveredInfo const& info, EDiscoveredInfo const& replacement)
 {
-    Write(3, info.GetLocalId(), replacement);
+    Write(SET_INFO, info.GetLocalId(), replacement);
 }
 
 void EDiscoveredChangeWriter::InterfaceWentUp(EDiscoveredInfo const& info)
 {
-    Write(4, info.GetLocalId(), true);
+    Write(SET_INTERFACE_UP, info.GetLocalId(), true);
 }
 
 void EDiscoveredChangeWriter::InterfaceWentDown(EDiscoveredInfo const& info)
 {
-    Write(4, info.GetLocalId(), false);
+    Write(SET_INTERFACE_UP, info.GetLocalId(), false);
 }
 
 void EDiscoveredChangeWriter::AddingAddress(EDiscoveredInfo const& info, EIPAddress const& address)
 {
-    Write(5, info.GetLocalId(), address);
+    Write(ADD_ADDRESS, info.GetLocalId(), address);
 }
 
 void EDiscoveredChangeWriter::RemovingAddress(EDiscoveredInfo const& info, EIPAddress const& address)
 {
-    Write(6, info.GetLocalId(), address);
+    Write(REMOVE_ADDRESS, info.GetLocalId(), address);
 }
 
 void EDiscoveredChangeWriter::AddingNeighbor(EDiscoveredNeighbor const& neighbor)
 {
-    Write(7, InterfaceOf(neighbor), neighbor);
+    Write(ADD_NEIGHBOR, InterfaceOf(neighbor), neighbor);
 }
 
 void EDiscoveredChangeWriter::RemovingNeighbor(EDiscoveredNeighbor const& neighbor)
 {
-    Write(8, InterfaceOf(neighbor), neighbor.GetLocalId());
+    Write(REMOVE_NEIGHBOR, InterfaceOf(neighbor), neighbor.GetLocalId());
 }
 
 void EDiscoveredChangeWriter::SettingNeighbor(EDiscoveredNeighbor const& neighbor,
                                               EDiscoveredNeighbor const& replacement)
 {
-    Write(9, InterfaceOf(neighbor), neighbor.GetLocalId(), replacement);
+    Write(SET_NEIGHBOR, InterfaceOf(neighbor), neighbor.GetLocalId(), replacement);
 }
 
 void EDiscoveredChangeWriter::NeighborBecameRouter(EDiscoveredNeighbor const& neighbor)
 {
-    Write(10, InterfaceOf(neighbor), neighbor.GetLocalId(), true);
+    Write(SET_NEIGHBOR_IS_ROUTER, InterfaceOf(neighbor), neighbor.GetLocalId(), true);
 }
 
 void EDiscoveredChangeWriter::NeighborBecameHost(EDiscoveredNeighbor const& neighbor)
 {
-    Write(10, InterfaceOf(neighbor), neighbor.GetLocalId(), false);
+    Write(SET_NEIGHBOR_IS_ROUTER, InterfaceOf(neighbor), neighbor.GetLocalId(), false);
 }
 
 void EDiscoveredChangeWriter::NeighborMacChanging(EDiscoveredNeighbor const& neighbor, EMACAddress const& mac)
 {
-    Write(11, InterfaceOf(neighbor), neighbor.GetLocalId(), mac);
+    Write(SET_NEIGHBOR_MAC, InterfaceOf(neighbor), neighbor.GetLocalId(), mac);
 }
 
 void EDiscoveredChangeWriter::AddingNeighborAddress(EDiscoveredNeighbor const& neighbor, EIPAddress const& address)
 {
-    Write(12, InterfaceOf(neighbor), neighbor.GetLocalId(), address);
+    Write(ADD_NEIGHBOR_ADDRESS, InterfaceOf(neighbor), neighbor.GetLocalId(), address);
 }
 
 void EDiscoveredChangeWriter::RemovingNeighborAddress(EDiscoveredNeighbor const& neighbor, EIPAddress const& address)
 {
-    Write(13, InterfaceOf(neighbor), neighbor.GetLocalId(), address);
+    Write(REMOVE_NEIGHBOR_ADDRESS, InterfaceOf(neighbor), neighbor.GetLocalId(), address);
 }
 
 void EDiscoveredChangeWriter::SettingDHCPDiscoveredInfo(EDHCPDiscoveredInfo const& info,
                                                         EDHCPDiscoveredInfo const& replacement)
 {
-    Write(14, InterfaceOf(info), replacement);
+    Write(SET_DHCP_INFO, InterfaceOf(info), replacement);
 }
 
 void EDiscoveredChangeWriter::SettingDHCPv6DiscoveredInfo(EDHCPv6DiscoveredInfo const& info,
                                                           EDHCPv6DiscoveredInfo const& replacement)
 {
-    Write(15, InterfaceOf(info), replacement);
+    Write(SET_DHCPV6_INFO, InterfaceOf(info), replacement);
 }
 
 void EDiscoveredChangeWriter::SettingFCoEDiscoveredInfo(EFCoEDiscoveredInfo const& info,
                                                         EFCoEDiscoveredInfo const& replacement)
 {
-    Write(16, InterfaceOf(info), replacement);
+    Write(SET_FCOE_INFO, InterfaceOf(info), replacement);
 }
 
 void EDiscoveredChangeWriter::SettingPTPDiscoveredInfo(EPTPDiscoveredInfo const& info,
                                                        EPTPDiscoveredInfo const& replacement)
 {
-    Write(17, InterfaceOf(info), replacement);
+    Write(SET_PTP_INFO, InterfaceOf(info), replacement);
 }
 
 void EDiscoveredChangeWriter::SettingDCBXDiscoveredInfo(EDCBXDiscoveredInfo const& info,
                                                         EDCBXDiscoveredInfo const& replacement)
 {
-    Write(18, InterfaceOf(info), replacement);
+    Write(SET_DCBX_INFO, InterfaceOf(info), replacement);
 }

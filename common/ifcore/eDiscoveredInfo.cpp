@@ -123,6 +123,7 @@ void EDiscoveredInfo::CleanNeighborMap(EDiscoveredNeighbor const* neighbor)
 unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
 {
     unsigned int const id = m_neighbors.AddItem(neighbor);
+    if (id == 0) return 0; // the ids are used up; one that an archive brought may have 0
     if (EDiscoveredNeighbor const* const stored = GetNeighbor(id)) {
         GetHooks().AddingNeighbor(*stored);
         AddNeighborToMap(stored);
@@ -218,7 +219,7 @@ void EDiscoveredInfo::SerializeOut(EArchive& archive) const
 void EDiscoveredInfo::SerializeIn(EArchive& archive)
 {
     Layout::Addresses(EUnversionedReader(archive), *this);
-    m_neighborsByMac.clear(); // before the neighbours that they name
+    m_neighborsByMac.clear(); // before the neighbours that they name, should reading those fail
     m_neighborsByIp.clear();
     Layout::Neighbors(EUnversionedReader(archive), *this);
     for (auto position = m_neighbors.begin(); position != m_neighbors.end(); ++position)

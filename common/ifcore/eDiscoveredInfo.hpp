@@ -10,8 +10,8 @@
 #include "eUniqueIDMap.hpp"
 #include "ifcoreExport.hpp"
 
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 class EDiscoveredTable;
@@ -58,11 +58,12 @@ public:
     EDiscoveredNeighbor const* GetNeighbor(unsigned int id) const { return m_neighbors.GetItem(id); } ///< Or null.
     EDiscoveredNeighbor* GetNeighbor(unsigned int id) { return m_neighbors.GetItem(id); }
     /// A copy under a fresh id, which is returned. Announced when it is stored. In a table without a default MAC this
-    /// neighbour becomes the default, on purpose without asking for an address.
+    /// neighbour becomes the default, on purpose without asking for an address. 0, with nothing added, when the ids are
+    /// used up.
     unsigned int AddNeighbor(EDiscoveredNeighbor const& neighbor);
     /// The neighbour keeps its id, whatever the new content carries. Nothing for an unknown id.
     void SetNeighbor(unsigned int id, EDiscoveredNeighbor const& neighbor);
-    void RemoveNeighbor(unsigned int id); ///< Announced while it is still there.
+    void RemoveNeighbor(unsigned int id); ///< Announced while it is still there. The default MAC may move.
     /// \name The neighbour that was the last to get this MAC or address; null without one
     /// Removing one of several neighbours that share a MAC or an address on purpose makes it unknown for all of them.
     ///@{
@@ -93,13 +94,13 @@ public:
     ///@}
 
     void SerializeOut(EArchive& archive) const;
-    /// Announces nothing; the id becomes that of the archive. Neighbours are found by what was read.
+    /// Announces nothing; the id becomes that of the archive. Neighbours are found by what was read. Lists of the
+    /// protocol records are appended to, as they do. An unknown version of one ends the process.
     void SerializeIn(EArchive& archive);
 
 private:
-    friend class EDiscoveredNeighbor; // keeps the IP index of its owner current
-    using Index =
-        std::unordered_map<std::string, unsigned int>; // from the text of a MAC or address to a neighbour's id
+    friend class EDiscoveredNeighbor;                  // keeps the IP index of its owner current
+    using Index = std::map<std::string, unsigned int>; // from the text of a MAC or address to a neighbour's id
 
     struct Layout; // of the archive
 

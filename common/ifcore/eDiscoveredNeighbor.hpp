@@ -31,7 +31,7 @@ public:
     void SetLocalId(unsigned int id) { m_values.localId = id; } ///< For the container: announces nothing.
     EDiscoveredInfo const* GetParent() const { return m_parent; }
     void SetParent(EDiscoveredInfo const* parent) { m_parent = parent; }
-    void GetComponentId(EComponentId& id) const; ///< [interface id, id]; untouched without a parent.
+    void GetComponentId(EComponentId& id) const; ///< [interface id, id]. Each without a parent adds nothing.
     EDiscoveredTableHooks& GetHooks() const;     ///< Never fails: without a parent, one that ignores all.
 
     EMACAddress const& GetMac() const { return m_values.mac; }
@@ -61,7 +61,7 @@ private:
         unsigned int localId = 0; // the id under which the info keeps it
         EMACAddress mac;
         Addresses addresses;
-        bool isRouter = true; // until it is known to be a host
+        bool isRouter = true; // on purpose, until it is known to be a host
     };
     Values m_values;
     EDiscoveredInfo const* m_parent = nullptr; // not owned, never swapped

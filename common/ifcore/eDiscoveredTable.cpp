@@ -2,11 +2,10 @@
 
 #include "eArchiveLayout.hpp"
 #include "eComponentId.hpp"
+#include "eDiscoveredOperation.hpp"
 #include "eDiscoveredRecord.hpp"
 #include "eProcessWide.hpp"
 #include "eRecord.hpp"
-
-#include <iterator>
 
 EDiscoveredTable::EDiscoveredTable() : m_infos(this) {}
 
@@ -241,33 +240,39 @@ template <class Value, auto apply> static void OnNeighbor(EDiscoveredTable& tabl
     if (neighbor) (neighbor->*apply)(value);
 }
 
-/// By the codes from 0 on.
-static void (*const kOperations[])(EDiscoveredTable&, EArchive&) = {
-    ReplaceTable,
-    AddInfo,
-    RemoveInfo,
-    SetInfo,
-    OnInfo<bool, &EDiscoveredInfo::SetInterfaceUp>,
-    OnInfo<EIPAddress, &EDiscoveredInfo::AddAddress>,
-    OnInfo<EIPAddress, &EDiscoveredInfo::RemoveAddress>,
-    OnInfo<EDiscoveredNeighbor, &EDiscoveredInfo::AddNeighbor>,
-    OnInfo<unsigned int, &EDiscoveredInfo::RemoveNeighbor>,
-    SetNeighbor,
-    OnNeighbor<bool, &EDiscoveredNeighbor::SetIsRouter>,
-    OnNeighbor<EMACAddress, &EDiscoveredNeighbor::SetMac>,
-    OnNeighbor<EIPAddress, &EDiscoveredNeighbor::AddAddress>,
-    OnNeighbor<EIPAddress, &EDiscoveredNeighbor::RemoveAddress>,
-    OnInfo<EDHCPDiscoveredInfo, &EDiscoveredInfo::SetDHCPInfo>,
-    OnInfo<EDHCPv6DiscoveredInfo, &EDiscoveredInfo::SetDHCPv6Info>,
-    OnInfo<EFCoEDiscoveredInfo, &EDiscoveredInfo::SetFCoEInfo>,
-    OnInfo<EPTPDiscoveredInfo, &EDiscoveredInfo::SetPTPInfo>,
-    OnInfo<EDCBXDiscoveredInfo, &EDiscoveredInfo::SetDCBXInfo>,
-};
+using Operation = void (*)(EDiscoveredTable&, EArchive&);
+
+/// Null for an unknown code.
+static Operation OperationOf(unsigned int code)
+{
+    switch (code) {
+    case REPLACE_TABLE: return ReplaceTable;
+    case ADD_INFO: return AddInfo;
+    case REMOVE_INFO: return RemoveInfo;
+    case SET_INFO: return SetInfo;
+    case SET_INTERFACE_UP: return OnInfo<bool, &EDiscoveredInfo::SetInterfaceUp>;
+    case ADD_ADDRESS: return OnInfo<EIPAddress, &EDiscoveredInfo::AddAddress>;
+    case REMOVE_ADDRESS: return OnInfo<EIPAddress, &EDiscoveredInfo::RemoveAddress>;
+    case ADD_NEIGHBOR: return OnInfo<EDiscoveredNeighbor, &EDiscoveredInfo::AddNeighbor>;
+    case REMOVE_NEIGHBOR: return OnInfo<unsigned int, &EDiscoveredInfo::RemoveNeighbor>;
+    case SET_NEIGHBOR: return SetNeighbor;
+    case SET_NEIGHBOR_IS_ROUTER: return OnNeighbor<bool, &EDiscoveredNeighbor::SetIsRouter>;
+    case SET_NEIGHBOR_MAC: return OnNeighbor<EMACAddress, &EDiscoveredNeighbor::SetMac>;
+    case ADD_NEIGHBOR_ADDRESS: return OnNeighbor<EIPAddress, &EDiscoveredNeighbor::AddAddress>;
+    case REMOVE_NEIGHBOR_ADDRESS: return OnNeighbor<EIPAddress, &EDiscoveredNeighbor::RemoveAddress>;
+    case SET_DHCP_INFO: return OnInfo<EDHCPDiscoveredInfo, &EDiscoveredInfo::SetDHCPInfo>;
+    case SET_DHCPV6_INFO: return OnInfo<EDHCPv6DiscoveredInfo, &EDiscoveredInfo::SetDHCPv6Info>;
+    case SET_FCOE_INFO: return OnInfo<EFCoEDiscoveredInfo, &EDiscoveredInfo::SetFCoEInfo>;
+    case SET_PTP_INFO: return OnInfo<EPTPDiscoveredInfo, &EDiscoveredInfo::SetPTPInfo>;
+    case SET_DCBX_INFO: return OnInfo<EDCBXDiscoveredInfo, &EDiscoveredInfo::SetDCBXInfo>;
+    default: return nullptr;
+    }
+}
 
 void ApplyDiscoveredTableMessage(EDiscoveredTable& table, EArchive& archive)
 {
     while (ReadValue<bool>(archive)) {
-        unsigned int const code = ReadValue<unsigned int>(archive);
-        if (code < std::size(kOperations)) kOperations[code](table, archive);
+        Operation const operation = OperationOf(ReadValue<unsigned int>(archive));
+        if (operation) operation(table, archive);
     }
 }

@@ -31,8 +31,6 @@ public:
     void Empty();                             ///< Announced once, as a whole.
     void Swap(EDiscoveredTable& other);       ///< All but the observers; announces nothing.
 
-    /// The observer, may be null. It belongs to the table object, not to its contents: never copied, never swapped.
-    boost::shared_ptr<EDiscoveredTableHooks> hooks;
     EDiscoveredTableHooks& GetHooks() const; ///< Never fails: without an observer, one that ignores all.
 
     static eHal::EProtocolName const& StaticGetProtocolName(); ///< "DiscoveredTable"
@@ -46,7 +44,8 @@ public:
     /// A copy under its own id, replacing what has it. Announced when it is stored.
     void AddInfo(EDiscoveredInfo const& info);
     void RemoveInfo(unsigned int id); ///< Announced while it is still there.
-    /// The info keeps its id, whatever the new content carries. Announced by the info. Nothing for an unknown id.
+    /// The info keeps its id, whatever the new content carries. Announced by the info. For an unknown id nothing but
+    /// that a missing default MAC is looked for.
     void SetInfo(unsigned int id, EDiscoveredInfo const& info);
     /// The first in ascending order of the ids that has this address of its own; null without one.
     EDiscoveredInfo const* FindInfoByIP(EIPAddress const& address) const;
@@ -70,25 +69,34 @@ public:
     unsigned int GetDefaultMACIfId() const { return m_defaultMacIfId; }   ///< 0: there is none.
     unsigned int GetDefaultMACNbrId() const { return m_defaultMacNbrId; } ///< Within that interface.
     void SetDefaultMAC(unsigned int interfaceId, unsigned int neighborId, EMACAddress const& mac); ///< Unchecked.
-    /// Takes the first neighbour with an address, in ascending order of the interface ids and of the neighbour ids.
+    /// Takes the first neighbour with an address, in ascending order of the interface ids and of the neighbour ids;
+    /// without one there is no default MAC. The cost is that of looking through the neighbours that have none.
     void FindDefaultMAC();
     /// The same within one info (may be null). False, with nothing changed, when none of its neighbours has an address.
     bool FindDefaultMACIncremental(EDiscoveredInfo const* info);
     ///@}
 
     void SerializeOut(EArchive& archive) const;
-    void SerializeIn(EArchive& archive); ///< Announces nothing.
+    void SerializeIn(EArchive& archive); ///< Announces nothing. An unknown version of a record ends the process.
 
 private:
     struct Layout; // of the archive
 
-    EDiscoveredInfoList m_infos;
+    EDiscoveredInfoList m_infos; // before the observer, which goes first
+
+public:
+    /// The observer, may be null. It belongs to the table object, not to its contents: never copied, never swapped. Not
+    /// to be exchanged from inside a call to it.
+    boost::shared_ptr<EDiscoveredTableHooks> hooks;
+
+private:
     unsigned int m_defaultMacIfId = 0;
     unsigned int m_defaultMacNbrId = 0;
     EMACAddress m_defaultMac;
 };
 
 /// Applies a change stream: operations, each behind a `true` and its code, up to a `false`. An operation whose target
-/// is not there is read and dropped; an unknown code reads nothing. What was applied before an error of the archive
-/// stays. EDiscoveredChangeWriter writes such streams.
+/// is not there is read and dropped, but that removing or setting it may look for a default MAC as the table's own
+/// operations do; an unknown code reads nothing. What was applied before an error of the archive stays. An unknown
+/// version of a record ends the process. EDiscoveredChangeWriter writes such streams.
 IFCORE_API void ApplyDiscoveredTableMessage(EDiscoveredTable& table, EArchive& archive);

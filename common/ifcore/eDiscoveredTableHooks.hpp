@@ -15,10 +15,11 @@ class EIPAddress;
 class EMACAddress;
 class EPTPDiscoveredInfo;
 
-/// Told of every change to a discovered table, its infos and their neighbours, before the change is made: the first
-/// argument still holds the old value. Infos and neighbours are announced as added when they are stored already.
+/// Told of the changes to a discovered table, its infos and their neighbours, before they are made: the first argument
+/// still holds the old value. Infos and neighbours are announced as added when they are stored already. Not told of
+/// single fields of the protocol records, of the default MAC, of ids, and of what is swapped or read from an archive.
 /// From inside a call an observer may change the table, but must not remove, replace or empty what it is told of, nor
-/// what owns that.
+/// what owns that, add the very address that is being added, nor exchange the table's observer.
 /// The operations stand in eDiscoveredTableHooks.def; their slot order is part of the binary interface.
 class IFCORE_API EDiscoveredTableHooks {
 public:

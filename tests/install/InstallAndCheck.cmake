@@ -13,11 +13,13 @@ foreach(file IN ITEMS
     endif()
 endforeach()
 
-# Every header of the tree, no other, and none that only compiles behind another one.
+# Every header of the tree but the private ones, no other, and none that needs one of those or only compiles behind
+# another one.
 foreach(pair IN ITEMS "common/ifcore;ifcore" "common/include;ifhost")
     list(GET pair 0 folder)
     list(GET pair 1 installed)
     file(GLOB expected RELATIVE "${SOURCE}/${folder}" "${SOURCE}/${folder}/*.hpp" "${SOURCE}/${folder}/*.def")
+    list(FILTER expected EXCLUDE REGEX "^(${PRIVATE_HEADERS})\\.hpp$")
     file(GLOB_RECURSE found RELATIVE "${PREFIX}/include/${installed}" "${PREFIX}/include/${installed}/*")
     list(SORT expected)
     list(SORT found)

@@ -194,3 +194,58 @@ TEST(ArchiveFile, WhatIsNoFileIsNotReplaced)
     EXPECT_EQ(ExitCode::badInput, code);
     EXPECT_EQ(folder.GetPath() + ": is no regular file", message);
 }
+
+TEST(ArchiveFile, PiecesMakeTheSameFileAsTheWhole)
+{
+    ScratchFolder const folder;
+    for (std::size_t size : {0u, 1u, 3u, 100000u}) {
+        SCOPED_TRACE(size);
+        Bytes whole(size);
+        for (std::size_t i = 0; i < size; ++i) whole[i] = static_cast<unsigned char>(i * 7);
+        WriteArchiveFile(folder / "whole", kTable, whole);
+        ArchiveFileWriter writer(folder / "pieces", kTable);
+        for (std::size_t at = 0, step = 1; at < size; at += step, step = at)
+            writer.Append(whole.data() + at, std::min(step, size - at));
+        EXPECT_EQ(size, writer.GetLength());
+        writer.TakePlace();
+        EXPECT_EQ(FileText(folder / "whole"), FileText(folder / "pieces"));
+    }
+    ArchiveFileWriter writer(folder / "t", kTable);
+    for (char const* piece : {"a", "", "bc"}) writer.Append(piece, std::string(piece).size());
+    EXPECT_EQ((std::vector<std::string>{"pieces", "whole"}).size() + 1, folder.GetNames().size()); // and the new one
+    writer.TakePlace();
+    EXPECT_EQ(GoldenFile(), FileText(folder / "t"));
+}
+
+TEST(ArchiveFile, APieceThatCannotBeWrittenIsNotInTheFile)
+{
+    ScratchFolder const folder;
+    ArchiveFileWriter writer(folder / "t", kTable);
+    writer.Append("abc", 3);
+    rlimit before{};
+    ASSERT_EQ(0, getrlimit(RLIMIT_FSIZE, &before));
+    rlimit const small{30, before.rlim_max};
+    auto const signalBefore = signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &small));
+    auto const [code, message] = Failure([&] { writer.Append("defghijklmnop", 13); });
+    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &before));
+    signal(SIGXFSZ, signalBefore);
+    EXPECT_EQ(ExitCode::systemRefused, code);
+    EXPECT_EQ(3u, writer.GetLength());
+    writer.TakePlace();
+    EXPECT_EQ(GoldenFile(), FileText(folder / "t"));
+}
+
+TEST(ArchiveFile, AFileOfOneOfSeveralKindsIsReadWithItsKind)
+{
+    ScratchFolder const folder;
+    std::vector<ArchiveKind> const wanted{ArchiveKind::interfaceTable, ArchiveKind::discoveredTable};
+    for (ArchiveKind kind : wanted) {
+        WriteArchiveFile(folder / "t", kind, AsBytes("abc"));
+        EXPECT_EQ(std::make_pair(kind, AsBytes("abc")), ReadArchiveFile(folder / "t", wanted));
+    }
+    WriteArchiveFile(folder / "t", ArchiveKind::changeStream, AsBytes("abc"));
+    EXPECT_EQ((folder / "t") + ": offset 12: the file holds a change stream, wanted is an interface table or a "
+                               "discovered table",
+              Failure([&] { ReadArchiveFile(folder / "t", wanted); }).second);
+}

@@ -92,6 +92,9 @@ private:
 
 using Answer = RecordedSource::Answer;
 
+/// Links; addresses and routes of both families; neighbours of both, twice.
+constexpr unsigned int kDumps = 9;
+
 KernelLink const* FindLink(KernelSnapshot const& snapshot, std::string const& name)
 {
     for (KernelLink const& link : snapshot.links)
@@ -105,7 +108,7 @@ TEST(NetlinkReader, LostInterruptedAndOverrunDumpsAreReadAgainAsAWhole)
 {
     for (Answer trouble : {Answer::lost, Answer::interrupted, Answer::overrun}) {
         SCOPED_TRACE(static_cast<int>(trouble));
-        for (unsigned int position = 0; position < 5; ++position) {
+        for (unsigned int position = 0; position < kDumps; ++position) {
             RecordedSource source;
             source.answers.assign(position, Answer::complete);
             source.answers.push_back(trouble);
@@ -113,7 +116,7 @@ TEST(NetlinkReader, LostInterruptedAndOverrunDumpsAreReadAgainAsAWhole)
             KernelSnapshot const snapshot = ReadKernelSnapshot(source);
             EXPECT_EQ(4u, snapshot.links.size()); // nothing of the first reading is left
             EXPECT_EQ(1u, source.restarts);
-            EXPECT_EQ(position + 1 + 5, source.requests);
+            EXPECT_EQ(position + 1 + kDumps, source.requests);
         }
     }
 }
@@ -170,7 +173,7 @@ TEST(NetlinkReader, AKernelWithoutIPv6HasNothingToReadThere)
     source.refusedFamily = AF_INET6;
     source.refusedWith = EOPNOTSUPP;
     EXPECT_EQ(4u, ReadKernelSnapshot(source).links.size());
-    EXPECT_EQ(5u, source.requests);
+    EXPECT_EQ(kDumps, source.requests);
 }
 
 TEST(NetlinkReader, ReadsANamespaceAsIpMadeIt)

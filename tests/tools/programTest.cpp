@@ -369,7 +369,8 @@ TEST_F(ProgramTest, TellsItsVersionAndItsFields)
     EXPECT_EQ("ifcore " IFCORE_VERSION "\n", version.out);
     Result const help = RunIfcore({"--help"});
     EXPECT_EQ(0, help.status);
-    for (char const* command : {"import", "show", "add", "remove", "enable", "disable", "edit", "upgrade", "fields"})
+    for (char const* command : {"import", "show", "add", "remove", "enable", "disable", "edit", "upgrade", "fields",
+                                "tlv", "watch", "discovered"})
         EXPECT_NE(std::string::npos, help.out.find(std::string("\n  ") + command + " ")) << help.out;
     Result const fields = RunIfcore({"fields"});
     EXPECT_EQ(0, fields.status);

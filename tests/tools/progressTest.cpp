@@ -88,3 +88,16 @@ TEST(Progress, QuickWorkShowsNothing)
     }
     EXPECT_EQ("", terminal.Written());
 }
+
+TEST(Progress, WithoutAKnownEndTellsHowManyAreDone)
+{
+    TerminalForErrors const terminal;
+    {
+        Progress progress("applying operation", std::nullopt, TheTime);
+        progress.Step();
+        theTime += std::chrono::milliseconds(1000);
+        progress.Step();
+        EXPECT_EQ("\r\033[Kapplying operation 2", terminal.Written());
+    }
+    EXPECT_EQ("\r\033[K", terminal.Written());
+}

@@ -4,6 +4,7 @@
 #include "toolError.hpp"
 #include "toolTestSupport.hpp"
 
+#include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
 
 using namespace ifcoreTool;
@@ -86,4 +87,58 @@ TEST(TableFile, BytesBehindTheTableAreReported)
     WriteBytes(path, bytes);
     EXPECT_EQ(path + ": archive offset " + std::to_string(size) + ": the table ends here, the archive does not",
               Failure(path));
+}
+
+TEST(TableFile, ATableOfEitherKindIsLoadedAsWhatItIs)
+{
+    ScratchFolder const folder;
+    SaveTable(folder / "i", Sample());
+    EDiscoveredTable saved;
+    EDiscoveredInfo info;
+    info.SetLocalId(4);
+    saved.AddInfo(info);
+    SaveTable(folder / "d", saved);
+    EInterfaceTable interfaces;
+    EDiscoveredTable discovered;
+    EXPECT_EQ(ArchiveKind::discoveredTable, LoadEitherTable(folder / "d", interfaces, discovered));
+    EXPECT_NE(nullptr, discovered.GetInfo(4));
+    EXPECT_EQ(0u, interfaces.size());
+    EXPECT_EQ(ArchiveKind::interfaceTable, LoadEitherTable(folder / "i", interfaces, discovered));
+    EXPECT_EQ(1u, interfaces.size());
+}
+
+TEST(TableFile, AChangeStreamIsAppliedMessageByMessageUpToAnError)
+{
+    ScratchFolder const folder;
+    EDiscoveredTable source;
+    auto const writer = boost::make_shared<EDiscoveredChangeWriter>();
+    source.hooks = writer;
+    Bytes stream;
+    for (unsigned int id : {1u, 2u}) {
+        EDiscoveredInfo info;
+        info.SetLocalId(id);
+        source.AddInfo(info);
+        EBlob const message = writer->TakeMessage();
+        stream.insert(stream.end(), message.GetData(), message.GetData() + message.GetSize());
+    }
+    WriteArchiveFile(folder / "s", ArchiveKind::changeStream, stream);
+    EDiscoveredTable table;
+    ApplyChangeStream(folder / "s", table);
+    EXPECT_EQ(2u, table.GetInfos().size());
+
+    WriteArchiveFile(folder / "s", ArchiveKind::changeStream, {});
+    ApplyChangeStream(folder / "s", table);
+    EXPECT_EQ(2u, table.GetInfos().size());
+
+    stream.pop_back(); // the end of the second message
+    WriteArchiveFile(folder / "s", ArchiveKind::changeStream, stream);
+    EDiscoveredTable partial;
+    try {
+        ApplyChangeStream(folder / "s", partial);
+        FAIL();
+    } catch (ToolError const& error) {
+        EXPECT_EQ(ExitCode::badInput, error.GetCode());
+        EXPECT_EQ(0u, std::string(error.what()).find((folder / "s") + ": archive offset ")) << error.what();
+    }
+    EXPECT_EQ(2u, partial.GetInfos().size());
 }

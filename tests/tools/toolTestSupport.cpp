@@ -11,6 +11,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -39,17 +40,16 @@ std::vector<std::string> ScratchFolder::GetNames() const
     return names;
 }
 
-Result Run(std::vector<std::string> arguments)
+Background::Background(std::vector<std::string> arguments)
 {
-    ScratchFolder const folder;
-    std::string const out = folder / "out";
-    std::string const err = folder / "err";
+    std::string const out = m_folder / "out";
+    std::string const err = m_folder / "err";
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    pid_t const child = fork();
-    if (child < 0) throw std::runtime_error("no child process");
-    if (child == 0) {
+    m_child = fork();
+    if (m_child < 0) throw std::runtime_error("no child process");
+    if (m_child == 0) {
         int const outFile = open(out.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
         int const errFile = open(err.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
         int const inFile = open("/dev/null", O_RDONLY | O_CLOEXEC);
@@ -59,13 +59,50 @@ Result Run(std::vector<std::string> arguments)
         execvp(pointers[0], pointers.data());
         _exit(127);
     }
+}
+
+Background::~Background()
+{
+    if (m_child < 0) return;
+    kill(m_child, SIGKILL);
+    Wait();
+}
+
+std::string Background::GetOut() const
+{
+    std::string const path = m_folder / "out";
+    return std::filesystem::exists(path) ? FileText(path) : "";
+}
+
+bool Background::WaitForOut(std::string const& text) const
+{
+    for (int i = 0; i < 1200; ++i) {
+        if (GetOut().find(text) != std::string::npos) return true;
+        usleep(50000);
+    }
+    return false;
+}
+
+void Background::Signal(int signal) const
+{
+    kill(m_child, signal);
+}
+
+Result Background::Wait()
+{
     int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}
+    while (waitpid(m_child, &status, 0) < 0 && errno == EINTR) {}
+    m_child = -1;
     Result result;
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.out = FileText(out);
-    result.err = FileText(err);
+    result.out = FileText(m_folder / "out");
+    result.err = FileText(m_folder / "err");
     return result;
+}
+
+Result Run(std::vector<std::string> arguments)
+{
+    return Background(std::move(arguments)).Wait();
 }
 
 Result RunIfcore(std::vector<std::string> arguments)

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include <sys/types.h>
+
 /// What the tests of the program share: bytes from annotated hexadecimal files, folders and network namespaces of
 /// their own, and child processes.
 namespace toolTest {
@@ -28,6 +30,25 @@ struct Result {
     int status = -1; ///< Exit status; 128 and the number of the signal that ended it.
     std::string out;
     std::string err;
+};
+
+/// A program found by PATH while it runs.
+class Background {
+public:
+    explicit Background(std::vector<std::string> arguments);
+    ~Background(); ///< Ends it.
+    Background(Background const&) = delete;
+    Background& operator=(Background const&) = delete;
+
+    pid_t GetId() const { return m_child; }
+    std::string GetOut() const;                     ///< So far.
+    bool WaitForOut(std::string const& text) const; ///< False when it has not been written within a minute.
+    void Signal(int signal) const;
+    Result Wait(); ///< Once.
+
+private:
+    ScratchFolder m_folder; // of what it writes
+    pid_t m_child = -1;
 };
 
 /// Runs a program found by PATH and waits for it.

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "replacementFile.hpp"
+
+#include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ifcoreTool {
@@ -20,9 +24,29 @@ using Bytes = std::vector<unsigned char>;
 /// system's refusal.
 Bytes ReadArchiveFile(std::string const& path, ArchiveKind kind);
 
+/// The same for a file of one of several kinds, with the kind that it is of.
+std::pair<ArchiveKind, Bytes> ReadArchiveFile(std::string const& path, std::vector<ArchiveKind> const& wanted);
+
 /// Replaces the file whole, or leaves it and its folder as they were and throws ToolError. An existing file keeps its
 /// permissions; through a symbolic link the file that it names is replaced.
 void WriteArchiveFile(std::string const& path, ArchiveKind kind, Bytes const& archive);
+
+/// The same for an archive that is written piece by piece and never held as a whole.
+class ArchiveFileWriter {
+public:
+    ArchiveFileWriter(std::string const& path, ArchiveKind kind);
+
+    std::size_t GetLength() const { return m_length; } ///< Bytes of archive so far.
+    /// All of the piece, or nothing of it when it throws.
+    void Append(void const* bytes, std::size_t count);
+    void TakePlace(); ///< Once, as the last. Without it the old file stays.
+
+private:
+    ReplacementFile m_file;
+    ArchiveKind m_kind;
+    std::size_t m_length = 0;     // bytes of the archive
+    unsigned long m_checksum = 0; // of the archive alone
+};
 
 /// All bytes of a file that is no more than bytes. Throws ToolError.
 Bytes ReadWholeFile(std::string const& path);

@@ -1,11 +1,17 @@
 #include "commands.hpp"
 
+#include "discoveredValues.hpp"
+#include "discoveredView.hpp"
 #include "hostCommands.hpp"
+#include "kernelFollower.hpp"
 #include "netlinkReader.hpp"
 #include "networkNamespace.hpp"
 #include "tableFile.hpp"
 #include "tableImporter.hpp"
 #include "tableView.hpp"
+#include "tlvApply.hpp"
+#include "tlvBuild.hpp"
+#include "tlvDump.hpp"
 #include "toolError.hpp"
 #include "tracingHooks.hpp"
 
@@ -135,6 +141,51 @@ bool IsIPv6List(std::vector<std::string> const& words)
     return words.size() >= 2 && words[1] == "ipv6";
 }
 
+TlvIdTable SenderIds(TlvMessageOptions const& options)
+{
+    return options.ids.empty() ? TlvIdTable() : TlvIdTable(options.ids);
+}
+
+void PrintRecord(std::ostream& out, EInterfaceItem const& item)
+{
+    PrintInterface(out, item);
+}
+void PrintRecord(std::ostream& out, EDiscoveredInfo const& info)
+{
+    PrintInfo(out, info);
+}
+
+/// \p require: the record of a typed id; \p all: the ids of all records.
+template <class Table, class Require>
+void ShowTable(ShowOptions const& options, Table const& table, std::vector<unsigned int> const& all, Require require)
+{
+    std::vector<unsigned int> ids;
+    bool settings = false;
+    for (std::string const& name : options.names) {
+        if (name == "table")
+            settings = true;
+        else
+            ids.push_back(require(name).GetLocalId());
+    }
+    if (options.json) {
+        Json const json = TableJson(table, options.names.empty() ? all : ids);
+        std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        return;
+    }
+    if (options.names.empty()) PrintOverview(std::cout, table);
+    if (settings) PrintTableSettings(std::cout, table);
+    for (unsigned int id : ids) PrintRecord(std::cout, require(std::to_string(id)));
+}
+
+void ShowDiscoveredTable(ShowOptions const& options, EDiscoveredTable const& table)
+{
+    ShowTable(options, table, InfoIds(table), [&](std::string const& id) -> EDiscoveredInfo const& {
+        EDiscoveredInfo const* info = table.GetInfo(ParseId(id, "interface id"));
+        if (!info) throw BadInput("there is no interface " + id);
+        return *info;
+    });
+}
+
 KernelSnapshot ReadKernel(std::optional<std::string> const& networkNamespace)
 {
     std::optional<NetworkNamespace> inside;
@@ -147,33 +198,34 @@ KernelSnapshot ReadKernel(std::optional<std::string> const& networkNamespace)
 
 void Import(ImportOptions const& options)
 {
+    if (options.file == options.discovered) throw BadInput(options.file + ": is named for both tables");
     KernelSnapshot const snapshot = ReadKernel(options.networkNamespace);
     EInterfaceTable table(options.port);
     if (options.trace) InstallTrace(table);
-    ImportSnapshot(snapshot, table);
+    LinkRows const rows = ImportSnapshot(snapshot, table);
     SaveTable(options.file, table);
+    if (options.discovered.empty()) return;
+    EDiscoveredTable discovered;
+    KernelFollower(discovered).Read(snapshot, rows);
+    SaveTable(options.discovered, discovered);
 }
 
 void Show(ShowOptions const& options)
 {
-    EInterfaceTable table;
+    EInterfaceTable interfaces;
+    EDiscoveredTable discovered;
+    if (LoadEitherTable(options.file, interfaces, discovered) == ArchiveKind::interfaceTable)
+        ShowTable(options, interfaces, InterfaceIds(interfaces),
+                  [&](std::string const& id) -> EInterfaceItem const& { return RequireInterface(interfaces, id); });
+    else
+        ShowDiscoveredTable(options, discovered);
+}
+
+void ShowDiscovered(ShowOptions const& options)
+{
+    EDiscoveredTable table;
     LoadTable(options.file, table);
-    std::vector<unsigned int> ids;
-    bool settings = false;
-    for (std::string const& name : options.names) {
-        if (name == "table")
-            settings = true;
-        else
-            ids.push_back(RequireInterface(table, name).GetLocalId());
-    }
-    if (options.json) {
-        Json const json = TableJson(table, options.names.empty() ? InterfaceIds(table) : ids);
-        std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
-        return;
-    }
-    if (options.names.empty()) PrintOverview(std::cout, table);
-    if (settings) PrintTableSettings(std::cout, table);
-    for (unsigned int id : ids) PrintInterface(std::cout, *table.GetInterfaceItem(id));
+    ShowDiscoveredTable(options, table);
 }
 
 void Add(ChangeOptions const& options, std::vector<std::string> const& words)
@@ -242,6 +294,51 @@ void Upgrade(std::string const& raw, std::string const& file)
 void ListFields()
 {
     PrintFields(std::cout);
+}
+
+void BuildTlvMessage(TlvBuildOptions const& options)
+{
+    EInterfaceTable table;
+    LoadTable(options.file, table);
+    std::vector<unsigned int> ids = InterfaceIds(table);
+    if (options.interfaceId) ids = {RequireInterface(table, *options.interfaceId).GetLocalId()};
+    WriteInterfaceOperations(table, ids, options.edit ? TLVIds::ListOp::Edit : TLVIds::ListOp::Add, options.output);
+}
+
+void ApplyTlvMessage(ChangeOptions const& options, TlvMessageOptions const& message, bool keepPartial)
+{
+    TlvIdTable const ids = SenderIds(message);
+    EInterfaceTable table;
+    LoadTable(options.file, table);
+    if (options.trace) InstallTrace(table);
+    TlvMessageInput input(message.message);
+    try {
+        ApplyTlvMessage(input, ids, table);
+    } catch (ToolError const&) {
+        if (keepPartial) SaveTable(options.file, table);
+        throw;
+    }
+    SaveTable(options.file, table);
+}
+
+void DumpTlvMessage(TlvMessageOptions const& message, bool json)
+{
+    TlvIdTable const ids = SenderIds(message);
+    TlvMessageInput input(message.message);
+    if (json)
+        PrintTlvMessageJson(std::cout, input, ids);
+    else
+        PrintTlvMessage(std::cout, input, ids);
+}
+
+void ListTlvIds(TlvIdFormat format)
+{
+    TlvIdTable const ids;
+    switch (format) {
+    case TlvIdFormat::text: PrintTlvIds(std::cout, ids); break;
+    case TlvIdFormat::json: PrintTlvIdsJson(std::cout, ids); break;
+    case TlvIdFormat::lua: PrintTlvIdsLua(std::cout, ids); break;
+    }
 }
 
 } // namespace ifcoreTool

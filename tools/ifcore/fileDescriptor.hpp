@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <utility>
 
 #include <unistd.h>
@@ -26,5 +28,12 @@ public:
 private:
     int m_descriptor;
 };
+
+/// Throws ToolError (the system's refusal) with \p path.
+FileDescriptor OpenToRead(std::string const& path);
+
+/// At least one byte and no more than \p most; none only at the end. Throws ToolError (the system's refusal) with
+/// \p path.
+std::size_t ReadSome(FileDescriptor const& file, unsigned char* bytes, std::size_t most, std::string const& path);
 
 } // namespace ifcoreTool

@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace ifcoreTool {
@@ -49,6 +50,7 @@ struct KernelLink {
     std::vector<unsigned char> hardwareAddress; ///< 6 bytes for Ethernet, other sizes for other hardware.
     unsigned int mtu = 0;                       ///< Bytes.
     bool up = false;                            ///< IFF_UP: switched on, whether or not there is a carrier.
+    bool running = false;                       ///< IFF_RUNNING: operationally up (RFC 2863), able to pass packets.
     std::optional<int> lowerIndex;              ///< Link below (of a veth: its peer); empty in another namespace.
     std::optional<KernelVlan> vlan;
     std::optional<KernelGre> gre;
@@ -58,6 +60,17 @@ struct KernelAddress {
     int linkIndex = 0;
     KernelIP address;
     unsigned int prefixLength = 0; ///< Bits.
+    KernelIP peer{};               ///< The other end's on a point-to-point link, else the address itself.
+};
+
+using KernelMac = std::array<unsigned char, 6>;
+
+/// What the kernel keeps for one address of a link's neighbours, in a state in which packets are sent to it.
+struct KernelNeighbor {
+    int linkIndex = 0;
+    KernelIP address;
+    KernelMac mac{};
+    bool isRouter = false; ///< NTF_ROUTER: it advertises itself as a router (RFC 4861); known for IPv6 alone.
 };
 
 /// One next hop of a default route of the main routing table.
@@ -72,6 +85,23 @@ struct KernelSnapshot {
     std::vector<KernelLink> links;
     std::vector<KernelAddress> addresses;
     std::vector<KernelGateway> gateways;
+    std::vector<KernelNeighbor> neighbors; ///< Of an address that is there twice the later one counts.
 };
+
+struct KernelLinkGone {
+    int linkIndex = 0;
+};
+struct KernelAddressGone {
+    KernelAddress address;
+};
+/// Also a neighbour to which no packets are sent for now.
+struct KernelNeighborGone {
+    int linkIndex = 0;
+    KernelIP address;
+};
+
+/// One change, as the kernel tells it: what is now, new or not, or what is no more.
+using KernelEvent =
+    std::variant<KernelLink, KernelLinkGone, KernelAddress, KernelAddressGone, KernelNeighbor, KernelNeighborGone>;
 
 } // namespace ifcoreTool

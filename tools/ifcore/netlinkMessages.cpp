@@ -12,6 +12,7 @@
 #include <linux/if.h>
 #include <linux/if_link.h>
 #include <linux/if_tunnel.h>
+#include <linux/neighbour.h>
 #include <linux/rtnetlink.h>
 
 namespace ifcoreTool {
@@ -130,14 +131,22 @@ void ReadLinkInfo(nlattr const& info, KernelLink& link)
     if (link.kind == "ip6gre" || link.kind == "ip6gretap") link.gre = ReadGre(data, true);
 }
 
-void ParseLink(nlmsghdr const& message, KernelSnapshot& snapshot)
+/// False for a bridge's messages about its ports, which are no links of their own.
+bool IsLinkItself(ifinfomsg const& header)
+{
+    return header.ifi_family == AF_UNSPEC;
+}
+
+std::optional<KernelLink> ReadLink(nlmsghdr const& message)
 {
     auto const& header = PayloadHeader<ifinfomsg>(message, "link header");
+    if (!IsLinkItself(header)) return std::nullopt;
     Attributes const attributes = MessageAttributes<ifinfomsg>(message, "link attribute");
     KernelLink link;
     link.index = header.ifi_index;
     link.hardwareType = header.ifi_type;
     link.up = (header.ifi_flags & IFF_UP) != 0;
+    link.running = link.up && (header.ifi_flags & IFF_RUNNING) != 0;
     nlattr const* name = Find(attributes, IFLA_IFNAME);
     if (!name) throw Contradiction("link: it has no name");
     link.name = ReadText(*name);
@@ -153,23 +162,56 @@ void ParseLink(nlmsghdr const& message, KernelSnapshot& snapshot)
         if (index != 0 && index != link.index) link.lowerIndex = index;
     }
     if (nlattr const* info = Find(attributes, IFLA_LINKINFO)) ReadLinkInfo(*info, link);
-    snapshot.links.push_back(std::move(link));
+    return link;
 }
 
-void ParseAddress(nlmsghdr const& message, KernelSnapshot& snapshot)
+std::optional<KernelAddress> ReadAddress(nlmsghdr const& message)
 {
     auto const& header = PayloadHeader<ifaddrmsg>(message, "address header");
-    if (header.ifa_family != AF_INET && header.ifa_family != AF_INET6) return;
+    bool const isIPv6 = header.ifa_family == AF_INET6;
+    if (!isIPv6 && header.ifa_family != AF_INET) return std::nullopt;
     Attributes const attributes = MessageAttributes<ifaddrmsg>(message, "address attribute");
     // On a point-to-point link IFA_ADDRESS is the other end's address.
+    nlattr const* peer = Find(attributes, IFA_ADDRESS);
     nlattr const* own = Find(attributes, IFA_LOCAL);
-    if (!own) own = Find(attributes, IFA_ADDRESS);
+    if (!own) own = peer;
     if (!own) throw Contradiction("address: it has no value");
     KernelAddress address;
     address.linkIndex = static_cast<int>(header.ifa_index);
     address.prefixLength = header.ifa_prefixlen;
-    address.address = ReadIP(*own, header.ifa_family == AF_INET6, "address");
-    snapshot.addresses.push_back(address);
+    address.address = ReadIP(*own, isIPv6, "address");
+    address.peer = peer ? ReadIP(*peer, isIPv6, "address") : address.address;
+    return address;
+}
+
+/// The states in which packets are sent to the neighbour's own address. NUD_NOARP, of addresses that are mapped or need
+/// none, is not among them: nobody has been heard there.
+constexpr unsigned int kUsableStates = NUD_REACHABLE | NUD_STALE | NUD_DELAY | NUD_PROBE | NUD_PERMANENT;
+
+struct NeighborEntry {
+    KernelNeighbor neighbor;
+    bool isUsable = false;
+};
+
+/// None for bridge entries, for addresses that this machine only answers for, and for entries without an address.
+std::optional<NeighborEntry> ReadNeighbor(nlmsghdr const& message)
+{
+    auto const& header = PayloadHeader<ndmsg>(message, "neighbour header");
+    bool const isIPv6 = header.ndm_family == AF_INET6;
+    if (!isIPv6 && header.ndm_family != AF_INET) return std::nullopt;
+    if ((header.ndm_flags & NTF_PROXY) != 0) return std::nullopt;
+    Attributes const attributes = MessageAttributes<ndmsg>(message, "neighbour attribute");
+    nlattr const* address = Find(attributes, NDA_DST);
+    if (!address) return std::nullopt;
+    NeighborEntry entry;
+    entry.neighbor.linkIndex = header.ndm_ifindex;
+    entry.neighbor.address = ReadIP(*address, isIPv6, "neighbour address");
+    entry.neighbor.isRouter = (header.ndm_flags & NTF_ROUTER) != 0;
+    nlattr const* mac = Find(attributes, NDA_LLADDR);
+    if (!mac || mnl_attr_get_payload_len(mac) != entry.neighbor.mac.size()) return entry;
+    std::memcpy(entry.neighbor.mac.data(), mnl_attr_get_payload(mac), entry.neighbor.mac.size());
+    entry.isUsable = (header.ndm_state & kUsableStates) != 0;
+    return entry;
 }
 
 /// Next hop of a route of \p isIPv6; an IPv4 route through an IPv6 neighbour (RTA_VIA) has no gateway of its own kind.
@@ -216,13 +258,60 @@ void ParseRoute(nlmsghdr const& message, KernelSnapshot& snapshot)
 
 } // namespace
 
+template <class Value> static void Append(std::vector<Value>& values, std::optional<Value> value)
+{
+    if (value) values.push_back(std::move(*value));
+}
+
 void ParseNetlinkMessage(nlmsghdr const& message, KernelSnapshot& snapshot)
 {
     switch (message.nlmsg_type) {
-    case RTM_NEWLINK: ParseLink(message, snapshot); break;
-    case RTM_NEWADDR: ParseAddress(message, snapshot); break;
+    case RTM_NEWLINK: Append(snapshot.links, ReadLink(message)); break;
+    case RTM_NEWADDR: Append(snapshot.addresses, ReadAddress(message)); break;
+    case RTM_NEWNEIGH:
+        if (auto const entry = ReadNeighbor(message); entry && entry->isUsable)
+            snapshot.neighbors.push_back(entry->neighbor);
+        break;
     case RTM_NEWROUTE: ParseRoute(message, snapshot); break;
     default: break;
+    }
+}
+
+static std::optional<KernelEvent> LinkGone(nlmsghdr const& message)
+{
+    auto const& header = PayloadHeader<ifinfomsg>(message, "link header");
+    if (!IsLinkItself(header)) return std::nullopt; // a port that left its bridge
+    return KernelLinkGone{header.ifi_index};
+}
+
+static std::optional<KernelEvent> AddressEvent(nlmsghdr const& message)
+{
+    std::optional<KernelAddress> const address = ReadAddress(message);
+    if (!address) return std::nullopt;
+    if (message.nlmsg_type == RTM_DELADDR) return KernelAddressGone{*address};
+    return *address;
+}
+
+static std::optional<KernelEvent> NeighborEvent(nlmsghdr const& message)
+{
+    std::optional<NeighborEntry> const entry = ReadNeighbor(message);
+    if (!entry) return std::nullopt;
+    KernelNeighbor const& neighbor = entry->neighbor;
+    if (message.nlmsg_type == RTM_DELNEIGH || !entry->isUsable)
+        return KernelNeighborGone{neighbor.linkIndex, neighbor.address};
+    return neighbor;
+}
+
+std::optional<KernelEvent> ParseNetlinkEvent(nlmsghdr const& message)
+{
+    switch (message.nlmsg_type) {
+    case RTM_NEWLINK: return ReadLink(message);
+    case RTM_DELLINK: return LinkGone(message);
+    case RTM_NEWADDR:
+    case RTM_DELADDR: return AddressEvent(message);
+    case RTM_NEWNEIGH:
+    case RTM_DELNEIGH: return NeighborEvent(message);
+    default: return std::nullopt;
     }
 }
 

@@ -5,18 +5,15 @@
 
 #include <libmnl/libmnl.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
+#include <linux/neighbour.h>
 #include <linux/rtnetlink.h>
-#include <sys/socket.h>
 
 namespace ifcoreTool {
 
 namespace {
-
-constexpr int kLargestReceiveBuffer = 64 * 1024 * 1024; // bytes
 
 enum class DumpResult { complete, inconsistent };
 
@@ -27,10 +24,29 @@ struct DumpStep {
 };
 
 constexpr DumpStep kSteps[] = {
-    {RTM_GETLINK, AF_UNSPEC, "links"},         {RTM_GETADDR, AF_INET, "IPv4 addresses"},
-    {RTM_GETADDR, AF_INET6, "IPv6 addresses"}, {RTM_GETROUTE, AF_INET, "IPv4 routes"},
+    {RTM_GETLINK, AF_UNSPEC, "links"},
+    {RTM_GETADDR, AF_INET, "IPv4 addresses"},
+    {RTM_GETADDR, AF_INET6, "IPv6 addresses"},
+    {RTM_GETROUTE, AF_INET, "IPv4 routes"},
     {RTM_GETROUTE, AF_INET6, "IPv6 routes"},
+    // Twice, on purpose: the kernel does not say when its table of neighbours grows during a dump, and passes over
+    // some.
+    {RTM_GETNEIGH, AF_INET, "IPv4 neighbours"},
+    {RTM_GETNEIGH, AF_INET6, "IPv6 neighbours"},
+    {RTM_GETNEIGH, AF_INET, "IPv4 neighbours"},
+    {RTM_GETNEIGH, AF_INET6, "IPv6 neighbours"},
 };
+
+/// The kernel wants the whole header of the type of message; the family is the first byte of each.
+std::size_t HeaderSize(unsigned short type)
+{
+    switch (type) {
+    case RTM_GETLINK: return sizeof(ifinfomsg);
+    case RTM_GETADDR: return sizeof(ifaddrmsg);
+    case RTM_GETNEIGH: return sizeof(ndmsg);
+    default: return sizeof(rtmsg);
+    }
+}
 
 /// Error number of an NLMSG_ERROR or NLMSG_DONE message; 0 when it has none.
 int EndingError(nlmsghdr const& message)
@@ -84,28 +100,6 @@ DumpResult ReadAll(NetlinkSource& source, unsigned int& sequence, KernelSnapshot
 
 } // namespace
 
-KernelNetlinkSource::KernelNetlinkSource()
-{
-    Open();
-}
-
-KernelNetlinkSource::~KernelNetlinkSource()
-{
-    if (m_socket) mnl_socket_close(m_socket);
-}
-
-void KernelNetlinkSource::Open()
-{
-    m_socket = mnl_socket_open2(NETLINK_ROUTE, SOCK_CLOEXEC);
-    if (!m_socket) throw SystemRefused("opening a netlink socket", errno);
-    if (mnl_socket_bind(m_socket, 0, MNL_SOCKET_AUTOPID) < 0) {
-        int const error = errno;
-        mnl_socket_close(m_socket);
-        m_socket = nullptr;
-        throw SystemRefused("binding a netlink socket", error);
-    }
-}
-
 int KernelNetlinkSource::Request(unsigned short type, unsigned char family, unsigned int sequence)
 {
     alignas(nlmsghdr) char buffer[256] = {};
@@ -113,43 +107,8 @@ int KernelNetlinkSource::Request(unsigned short type, unsigned char family, unsi
     message->nlmsg_type = type;
     message->nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
     message->nlmsg_seq = sequence;
-    // The family is the first byte of each of the three headers; the kernel wants the whole of its own one.
-    std::size_t const size = type == RTM_GETLINK   ? sizeof(ifinfomsg)
-                             : type == RTM_GETADDR ? sizeof(ifaddrmsg)
-                                                   : sizeof(rtmsg);
-    *static_cast<unsigned char*>(mnl_nlmsg_put_extra_header(message, size)) = family;
-    return mnl_socket_sendto(m_socket, message, message->nlmsg_len) < 0 ? errno : 0;
-}
-
-int KernelNetlinkSource::Receive(std::vector<char>& buffer, std::size_t& size)
-{
-    ssize_t const waiting = recv(mnl_socket_get_fd(m_socket), nullptr, 0, MSG_PEEK | MSG_TRUNC);
-    if (waiting < 0) return errno;
-    if (buffer.size() < static_cast<std::size_t>(waiting)) buffer.resize(static_cast<std::size_t>(waiting));
-    ssize_t const received = mnl_socket_recvfrom(m_socket, buffer.data(), buffer.size());
-    if (received < 0) return errno;
-    size = static_cast<std::size_t>(received);
-    return 0;
-}
-
-void KernelNetlinkSource::SetReceiveBufferSize(int bytes)
-{
-    m_receiveBufferSize = bytes;
-    int const descriptor = mnl_socket_get_fd(m_socket);
-    // The forced form passes the system's limit and is for the privileged only.
-    if (setsockopt(descriptor, SOL_SOCKET, SO_RCVBUFFORCE, &bytes, sizeof bytes) == 0) return;
-    if (setsockopt(descriptor, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes) != 0)
-        throw SystemRefused("setting the size of a netlink queue", errno);
-}
-
-void KernelNetlinkSource::Restart()
-{
-    // Emptied in place: a new socket could stand in another namespace than the first.
-    std::vector<char> rest(static_cast<std::size_t>(MNL_SOCKET_BUFFER_SIZE));
-    int const descriptor = mnl_socket_get_fd(m_socket);
-    while (recv(descriptor, rest.data(), rest.size(), MSG_DONTWAIT) >= 0 || errno == ENOBUFS || errno == EINTR) {}
-    int const current = m_receiveBufferSize != 0 ? m_receiveBufferSize : 128 * 1024;
-    SetReceiveBufferSize(std::min(current * 2, kLargestReceiveBuffer));
+    *static_cast<unsigned char*>(mnl_nlmsg_put_extra_header(message, HeaderSize(type))) = family;
+    return m_socket.Send(message, message->nlmsg_len);
 }
 
 KernelSnapshot ReadKernelSnapshot(NetlinkSource& source, unsigned int attempts)

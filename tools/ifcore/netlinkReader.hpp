@@ -1,11 +1,7 @@
 #pragma once
 
 #include "kernelSnapshot.hpp"
-
-#include <cstddef>
-#include <memory>
-
-struct mnl_socket;
+#include "netlinkSocket.hpp"
 
 namespace ifcoreTool {
 
@@ -14,8 +10,8 @@ class NetlinkSource {
 public:
     virtual ~NetlinkSource() = default;
 
-    /// Asks for a dump of \p type (RTM_GETLINK, RTM_GETADDR, RTM_GETROUTE) for one address family; 0 or an errno
-    /// value.
+    /// Asks for a dump of \p type (RTM_GETLINK, RTM_GETADDR, RTM_GETNEIGH, RTM_GETROUTE) for one address family;
+    /// 0 or an errno value.
     virtual int Request(unsigned short type, unsigned char family, unsigned int sequence) = 0;
 
     /// One datagram into \p buffer, which is enlarged when the datagram needs it; 0 or an errno value. ENOBUFS says
@@ -26,31 +22,23 @@ public:
     virtual void Restart() = 0;
 };
 
-/// The kernel's rtnetlink in the network namespace of the calling thread at the moment of construction.
+/// The kernel's rtnetlink in the network namespace of the calling thread at the moment of construction, which throws
+/// ToolError when the system gives no socket.
 class KernelNetlinkSource : public NetlinkSource {
 public:
-    KernelNetlinkSource(); ///< Throws ToolError when the system gives no socket.
-    ~KernelNetlinkSource() override;
-    KernelNetlinkSource(KernelNetlinkSource const&) = delete;
-    KernelNetlinkSource& operator=(KernelNetlinkSource const&) = delete;
-
     int Request(unsigned short type, unsigned char family, unsigned int sequence) override;
-    int Receive(std::vector<char>& buffer, std::size_t& size) override;
-    void Restart() override;
+    int Receive(std::vector<char>& buffer, std::size_t& size) override { return m_socket.Receive(buffer, size, 0); }
+    void Restart() override { m_socket.Restart(); }
 
-    /// Bytes that the kernel may queue for this socket; the kernel has a least value of its own.
-    void SetReceiveBufferSize(int bytes);
+    void SetReceiveBufferSize(int bytes) { m_socket.SetReceiveBufferSize(bytes); }
 
 private:
-    void Open();
-
-    mnl_socket* m_socket = nullptr; // owned
-    int m_receiveBufferSize = 0;    // bytes; 0: the system's own choice
+    NetlinkSocket m_socket{0}; // of no group
 };
 
-/// Links, addresses and default gateways. Lost datagrams and a dump that the kernel calls inconsistent are met by
-/// reading everything again, at most \p attempts times in all; then, and on any other failure, throws ToolError with
-/// the status of a refusing system.
+/// Links, addresses, default gateways and neighbours. Lost datagrams and a dump that the kernel calls inconsistent are
+/// met by reading everything again, at most \p attempts times in all; then, and on any other failure, throws ToolError
+/// with the status of a refusing system.
 KernelSnapshot ReadKernelSnapshot(NetlinkSource& source, unsigned int attempts = 20);
 
 } // namespace ifcoreTool

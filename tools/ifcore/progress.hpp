@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace ifcoreTool {
@@ -13,7 +14,8 @@ public:
     using Clock = std::chrono::steady_clock;
     using Now = Clock::time_point (*)(); ///< Where the time comes from.
 
-    Progress(std::string const& what, std::size_t steps, Now now = Clock::now);
+    /// \p steps: null when their number is not known before the end.
+    Progress(std::string const& what, std::optional<std::size_t> steps, Now now = Clock::now);
     ~Progress();
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
@@ -22,7 +24,7 @@ public:
 
 private:
     std::string m_what;
-    std::size_t m_steps;
+    std::optional<std::size_t> m_steps;
     std::size_t m_done = 0;
     Now m_now;
     bool m_isTerminal;

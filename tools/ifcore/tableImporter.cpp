@@ -1,6 +1,7 @@
 #include "tableImporter.hpp"
 
 #include "hostCommands.hpp"
+#include "kernelValues.hpp"
 #include "progress.hpp"
 
 #include <algorithm>
@@ -13,13 +14,6 @@ namespace {
 
 constexpr int kEthernetType = 0;
 constexpr int kGreType = 4;
-
-EIPAddress AsAddress(KernelIP const& address)
-{
-    EIPAddress result;
-    result.SetAddress(address.bytes.data(), address.GetSize(), address.isIPv6 ? EIPAddress::kIPv6 : EIPAddress::kIPv4);
-    return result;
-}
 
 /// Whether the first bits of two addresses of one family are the same.
 bool SameNetwork(KernelIP const& a, KernelIP const& b, unsigned int prefixLength)
@@ -107,19 +101,24 @@ public:
     {
     }
 
-    void Run()
+    LinkRows Run()
     {
+        LinkRows rows;
         Progress progress("importing link", m_snapshot.links.size());
         for (KernelLink const& link : m_snapshot.links) {
-            ImportLink(link);
+            rows.first[link.index] = ImportLink(link);
             progress.Step();
         }
         // Only now is it known which row holds the address that a tunnel starts from.
         for (auto const& [id, link] : m_tunnels) EditTunnelSource(id, *link);
+        EUniqueIDGenerator ids = m_table.GetIdGenerator();
+        rows.next = ids.Next();
+        return rows;
     }
 
 private:
-    void ImportLink(KernelLink const& link)
+    /// The id of its first row.
+    unsigned int ImportLink(KernelLink const& link)
     {
         LinkIndex::Entry const& entry = m_links.Get(link);
         unsigned int const first = AddRow(link);
@@ -137,6 +136,7 @@ private:
         if (entry.ipv4Gateway && !gatewayPlaced) EditIPv4Gateway(firstRow, *entry.ipv4Gateway);
         for (KernelAddress const& address : entry.ipv6) AddIPv6Address(first, link, address);
         if (entry.ipv6Gateway) firstRow.Edit("ipv6.gateway", AsAddress(entry.ipv6Gateway->gateway).GetAsString());
+        return first;
     }
 
     unsigned int AddRow(KernelLink const& link)
@@ -220,9 +220,9 @@ private:
 
 } // namespace
 
-void ImportSnapshot(KernelSnapshot const& snapshot, EInterfaceTable& table)
+LinkRows ImportSnapshot(KernelSnapshot const& snapshot, EInterfaceTable& table)
 {
-    Importer(snapshot, table).Run();
+    return Importer(snapshot, table).Run();
 }
 
 } // namespace ifcoreTool

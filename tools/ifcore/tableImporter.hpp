@@ -4,7 +4,15 @@
 
 #include "ifcore/ifcore.hpp"
 
+#include <unordered_map>
+
 namespace ifcoreTool {
+
+/// Where an import has put the links.
+struct LinkRows {
+    std::unordered_map<int, unsigned int> first; ///< By link index, the id of the first row of a link.
+    unsigned int next = 1;                       ///< The id of the next row, which there is not yet.
+};
 
 /// Brings what the kernel told into \p table, as host commands only: each row is added and then edited field by field,
 /// so that an observer hears of all of it.
@@ -16,6 +24,6 @@ namespace ifcoreTool {
 /// or in the first row when none does; IPv6 addresses and gateway stand in the first row. The source of a tunnel is
 /// the row that holds its local address; without such a row it stays empty.
 /// Addresses and gateways of links that are not in the snapshot are passed over.
-void ImportSnapshot(KernelSnapshot const& snapshot, EInterfaceTable& table);
+LinkRows ImportSnapshot(KernelSnapshot const& snapshot, EInterfaceTable& table);
 
 } // namespace ifcoreTool

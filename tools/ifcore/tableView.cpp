@@ -51,20 +51,10 @@ void AddRecordRows(TextTable& text, RecordKind kind, RecordRef const& record)
         if (field.record == kind) AddFieldRow(text, field, field.GetFullName(), record);
 }
 
-/// The value of a field under its name, whose parts are the members on the way.
-void Insert(Json& object, std::string const& name, Json const& value)
-{
-    std::size_t const dot = name.find('.');
-    if (dot == std::string::npos)
-        object[name] = value;
-    else
-        Insert(object[name.substr(0, dot)], name.substr(dot + 1), value);
-}
-
 void InsertFields(Json& object, RecordKind kind, RecordRef const& record)
 {
     for (EditableField const& field : AllFields())
-        if (field.record == kind) Insert(object, field.name, FieldJson(field, field.read(record)));
+        if (field.record == kind) InsertMember(object, field.name, FieldJson(field, field.read(record)));
 }
 
 std::string GroupName(RecordKind kind)

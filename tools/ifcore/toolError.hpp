@@ -12,6 +12,7 @@ enum class ExitCode : int {
     usage = 2,
     badInput = 3,
     systemRefused = 4,
+    different = 5, ///< Two files were compared and are not equal.
 };
 
 /// Carries a message for standard error and the status that the program ends with.

@@ -1,7 +1,7 @@
 #include "tracingHooks.hpp"
 
 #include "editableFields.hpp"
-#include "textTable.hpp"
+#include "traceLine.hpp"
 
 #include "ifcore/eHookParameters.hpp"
 
@@ -25,11 +25,6 @@ std::string PrefixOf(RecordRef const& record)
     if (auto const* address = std::get_if<EIPv6AddressItem const*>(&record))
         return "ipv6." + std::to_string((*address)->GetLocalId()) + ".";
     return ShapeOf(KindOf(record)).prefix;
-}
-
-bool StartsWith(std::string const& text, std::string const& start)
-{
-    return text.compare(0, start.size(), start) == 0;
 }
 
 class TracingHooks : public EInterfaceTableHooks {
@@ -129,10 +124,7 @@ private:
     }
     void Line(char const* operation, RecordRef const& record, std::string const& change)
     {
-        std::string const subject = SubjectOf(record);
-        m_out << operation << "  " << subject;
-        if (!change.empty()) m_out << "  " << Printable(change);
-        m_out << "\n";
+        WriteTraceLine(m_out, operation, SubjectOf(record), change);
     }
 
     std::ostream& m_out; // not owned

@@ -488,6 +488,15 @@ std::string DisplayVlans(Json const& json)
     return json["enabled"].get<bool>() ? text : "disabled " + text;
 }
 
+void InsertMember(Json& object, std::string const& name, Json const& value)
+{
+    std::size_t const dot = name.find('.');
+    if (dot == std::string::npos)
+        object[name] = value;
+    else
+        InsertMember(object[name.substr(0, dot)], name.substr(dot + 1), value);
+}
+
 Json JsonOfText(std::string const& text, bool isComposite)
 {
     if (!isComposite) return Json(text);

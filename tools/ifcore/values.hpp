@@ -138,6 +138,9 @@ template <class Value> void FromJson(Json const& json, std::vector<Value>& value
     SequenceFromJson(json, values);
 }
 
+/// Sets the member of this name in an object; the parts of a name with dots are the objects on the way.
+void InsertMember(Json& object, std::string const& name, Json const& value);
+
 /// JSON that stands for text typed by people: JSON itself when \p isComposite, else the text as it is.
 Json JsonOfText(std::string const& text, bool isComposite);
 

@@ -410,6 +410,29 @@ TEST(EDiscoveredInfo, WhenTheIdsAreUsedUpNoNeighborIsAddedOrAnnounced)
     EXPECT_FALSE(in.table.HasDefaultMAC());
 }
 
+TEST(EDiscoveredInfo, WhenTheIdsAreUsedUpANeighborOfId0IsNotTakenForTheAddedOne)
+{
+    RecordedInfo sample;
+    ReadInto(sample.info, Bytes("05 00 00 00 01   00 02 00 00 00 00 03 00 01") + // next id 0, and one that has the id 0
+                              Golden("EDiscoveredInfo.recordDefaults.hex"));
+    ASSERT_TRUE(sample.info.GetNeighbor(0));
+    EXPECT_EQ(0U, sample.info.AddNeighbor(Neighbor("02:00:00:00:00:01", {"10.0.0.1"})));
+    EXPECT_TRUE(sample.recorder->TakeCalls().empty());
+    EXPECT_EQ(1U, sample.info.GetNeighbors().size());
+    EXPECT_FALSE(sample.info.FindNeighborByMAC(MAC("02:00:00:00:00:01")));
+    EXPECT_FALSE(sample.table.HasDefaultMAC());
+}
+
+TEST(EDiscoveredInfo, SetNeighborIndexesTheNeighborUnderTheIdThatItHadItself)
+{
+    RecordedInfo sample;
+    unsigned int const id = sample.info.AddNeighbor(Neighbor("02:00:00:00:00:01"));
+    sample.info.GetNeighbor(id)->Empty(); // its id is 0 now
+    sample.info.SetNeighbor(id, Neighbor("02:00:00:00:00:02"));
+    EXPECT_EQ(MAC("02:00:00:00:00:02"), sample.info.GetNeighbor(id)->GetMac());
+    EXPECT_FALSE(sample.info.FindNeighborByMAC(MAC("02:00:00:00:00:02"))); // there is no neighbour 0
+}
+
 TEST(EDiscoveredInfo, SetNeighborTellsWhenTheOldContentIsThereButNotIndexed)
 {
     RecordedInfo in;

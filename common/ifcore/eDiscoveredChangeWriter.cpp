@@ -13,20 +13,12 @@ EDiscoveredChangeWriter::~EDiscoveredChangeWriter() = default;
 
 EBlob EDiscoveredChangeWriter::TakeMessage()
 {
-    auto next = std::make_unique<EArchive>();
-    if (m_failed) { // half an operation stands at the end: nothing of the stream can be trusted
-        m_stream = std::move(next);
-        m_changes = 0;
-        m_failed = false;
-        throw std::bad_alloc();
-    }
-    m_failed = true; // until all of the message is there
-    *m_stream << false;
-    EBlob const message = m_stream->GetAsEBlob();
-    m_stream = std::move(next);
+    auto taken = std::make_unique<EArchive>();
+    m_stream.swap(taken); // the next stream begins, whatever becomes of this one
     m_changes = 0;
-    m_failed = false;
-    return message;
+    if (std::exchange(m_failed, false)) throw std::bad_alloc(); // it ends in half an operation
+    *taken << false;
+    return taken->GetAsEBlob();
 }
 
 template <class... Value> void EDiscoveredChangeWriter::Write(unsigned int code, Value const&... values)

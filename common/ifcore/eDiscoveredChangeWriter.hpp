@@ -15,23 +15,22 @@ class EArchive;
 ///
 /// Only what is announced is in the stream. These changes are not, and the tables part:
 /// - what the owner does with SetDefaultMAC, FindDefaultMAC, FindDefaultMACIncremental, Swap, SetLocalId, SetParent,
-/// and
-///   with SerializeIn of anything in the table;
+///   and with SerializeIn of anything in the table;
 /// - the fields of the protocol records, where they are set one by one, and the Empty of the DHCP, FCoE and DCBX
 ///   records: replace the whole record instead (EDiscoveredInfo::SetDHCPInfo and so on);
 /// - Copy and Empty of an info or a neighbour that is in the table, called directly, change its id and index nothing:
 ///   use EDiscoveredTable::SetInfo and EDiscoveredInfo::SetNeighbor;
-/// - SetInfo, RemoveInfo and RemoveNeighbor of one that is not there are not announced, yet may look for a default MAC;
+/// - SetInfo, RemoveInfo and RemoveNeighbor of one that is not there, which may look for a default MAC;
 /// - a change that an exception stops after it was announced.
+///
 /// Changes that another observer makes from inside a call stand in the stream in the order of their announcements,
-/// which is not always that of the changes: make them afterwards. And what an archive does not carry is not in the
-/// stream either:
-/// - the second table indexes the neighbours of a whole info anew: it may find another one by a MAC or an address that
-///   is there more than once, or was, and does not know a MAC from before SetMac;
-/// - the rate of PTP statistics may come a millionth nearer to 0 each time it is written, and has the bounds of its
-/// form;
-/// - features of a DCBX configuration arrive with its subtype as theirs, LLDP ids with the low 8 bits of their
-/// subtypes.
+/// which is not always that of the changes: make them afterwards.
+///
+/// What an archive does not carry is not in the stream either:
+/// - the second table indexes the neighbours of a whole info anew: it may find another one by a MAC or an address
+///   that is or was there more than once, and does not know a MAC from before SetMac;
+/// - the rate of PTP statistics may come a millionth nearer to 0 each time, and has the bounds of its form;
+/// - features of a DCBX configuration arrive with its subtype as theirs, LLDP ids with the low 8 bits of their types.
 ///   More than 255 features are written but cannot be read, and the stream is lost from there on.
 class IFCORE_API EDiscoveredChangeWriter : public EDiscoveredTableHooks {
 public:
@@ -40,10 +39,11 @@ public:
     EDiscoveredChangeWriter& operator=(EDiscoveredChangeWriter const&) = delete;
     ~EDiscoveredChangeWriter() override;
 
-    bool HasChanges() const { return m_changes != 0; }         ///< Since the last TakeMessage().
-    unsigned long GetChangeCount() const { return m_changes; } ///< Since the last TakeMessage().
+    bool HasChanges() const { return m_changes != 0 || m_failed; } ///< Since the last TakeMessage().
+    unsigned long GetChangeCount() const { return m_changes; }     ///< Whole ones, since the last TakeMessage().
     /// The changes since the last call as a whole stream, closing `false` included; without any, an empty stream. When
-    /// a change could not be written, `std::bad_alloc` once, and the stream begins anew: the second table needs a copy.
+    /// memory failed for a change or fails now, `std::bad_alloc`, and the stream begins anew: the second table then
+    /// needs a copy of the first.
     EBlob TakeMessage();
 
 #define EHOOK(operation, ...) void operation(__VA_ARGS__) override;

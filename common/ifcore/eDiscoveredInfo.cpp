@@ -102,22 +102,57 @@ void EDiscoveredInfo::RemoveAddress(EIPAddress const& address)
 
 // ---- Neighbours -----------------------------------------------------------------------------------------------------
 
+/// Entries of the two indexes of an info, made before they are needed or taken out: putting them in cannot fail.
+struct EDiscoveredInfo::Entries {
+    Index byMac;
+    Index byIp;
+
+    /// Those that name a neighbour of this content by this id.
+    Entries(EDiscoveredNeighbor const& neighbor, unsigned int id)
+    {
+        byMac[neighbor.GetMac().GetAsString()] = id;
+        for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
+            byIp[address->GetAsString()] = id;
+    }
+};
+
 /// What is there under the same text is overwritten: the last neighbour wins.
+void EDiscoveredInfo::PutInto(Index& index, Index& entries)
+{
+    while (!entries.empty()) {
+        auto put = index.insert(entries.extract(entries.begin()));
+        if (!put.inserted) put.position->second = put.node.mapped();
+    }
+}
+
 void EDiscoveredInfo::AddNeighborToMap(EDiscoveredNeighbor const* neighbor)
 {
     if (!neighbor) return;
-    m_neighborsByMac[neighbor->GetMac().GetAsString()] = neighbor->GetLocalId();
-    for (auto address = neighbor->AddressBegin(); address != neighbor->AddressEnd(); ++address)
-        m_neighborsByIp[address->GetAsString()] = neighbor->GetLocalId();
+    Entries entries(*neighbor, neighbor->GetLocalId());
+    PutInto(m_neighborsByMac, entries.byMac);
+    PutInto(m_neighborsByIp, entries.byIp);
 }
 
 /// On purpose by the texts alone: entries that name another neighbour by now go too.
+EDiscoveredInfo::Entries EDiscoveredInfo::TakenOut(EDiscoveredNeighbor const& neighbor)
+{
+    Entries taken(neighbor, 0); // for its texts
+    auto const takeOut = [](Index& index, Index& texts) {
+        for (auto text = texts.begin(); text != texts.end();) {
+            auto const here = text++;
+            auto node = index.extract(here->first);
+            texts.erase(here);
+            if (node) texts.insert(std::move(node));
+        }
+    };
+    takeOut(m_neighborsByMac, taken.byMac);
+    takeOut(m_neighborsByIp, taken.byIp);
+    return taken;
+}
+
 void EDiscoveredInfo::CleanNeighborMap(EDiscoveredNeighbor const* neighbor)
 {
-    if (!neighbor) return;
-    m_neighborsByMac.erase(neighbor->GetMac().GetAsString());
-    for (auto address = neighbor->AddressBegin(); address != neighbor->AddressEnd(); ++address)
-        m_neighborsByIp.erase(address->GetAsString());
+    if (neighbor) TakenOut(*neighbor);
 }
 
 unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
@@ -142,9 +177,17 @@ void EDiscoveredInfo::SetNeighbor(unsigned int id, EDiscoveredNeighbor const& ne
 {
     EDiscoveredNeighbor const* const stored = GetNeighbor(id);
     if (!stored) return;
-    CleanNeighborMap(stored);
-    m_neighbors.SetItem(id, neighbor);
-    AddNeighborToMap(stored);
+    Entries entries(neighbor, stored->GetLocalId()); // which the container gives back
+    Entries replaced = TakenOut(*stored);
+    try {
+        m_neighbors.SetItem(id, neighbor);
+    } catch (...) { // the neighbour is what it was
+        PutInto(m_neighborsByMac, replaced.byMac);
+        PutInto(m_neighborsByIp, replaced.byIp);
+        throw;
+    }
+    PutInto(m_neighborsByMac, entries.byMac);
+    PutInto(m_neighborsByIp, entries.byIp);
     if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac());
 }
 

@@ -104,6 +104,10 @@ private:
 
     struct Layout; // of the archive
 
+    struct Entries; // of both indexes
+
+    static void PutInto(Index& index, Index& entries);
+    Entries TakenOut(EDiscoveredNeighbor const& neighbor);
     void AddNeighborToMap(EDiscoveredNeighbor const* neighbor);
     void CleanNeighborMap(EDiscoveredNeighbor const* neighbor);
     void AdoptRecords(); ///< Makes this the parent of every record it holds.

@@ -60,11 +60,12 @@ bool EDiscoveredNeighbor::HasAddress(EIPAddress const& address) const
 void EDiscoveredNeighbor::AddAddress(EIPAddress const& address)
 {
     EIPAddress const added(address); // it may be one of those that move now
-    std::string const text = added.GetAsString();
+    EDiscoveredInfo::Index entry;
+    if (m_parent) entry[added.GetAsString()] = m_values.localId;
     MakeRoomForOne(m_values.addresses);
     GetHooks().AddingNeighborAddress(*this, added);
     m_values.addresses.push_back(added); // on purpose without asking whether it is there
-    if (m_parent) Changeable(*m_parent).m_neighborsByIp[text] = m_values.localId;
+    if (m_parent) EDiscoveredInfo::PutInto(Changeable(*m_parent).m_neighborsByIp, entry);
 }
 
 void EDiscoveredNeighbor::RemoveAddress(EIPAddress const& address)

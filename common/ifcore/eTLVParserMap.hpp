@@ -118,8 +118,8 @@ struct TLVParserMapInitStruct {
     explicit TLVParserMapInitStruct(void (*initializer)());
 };
 
-/// \name Read by nothing in this library; kept so that the registry is complete
+/// \name Read by nothing in this library, on purpose kept
 ///@{
 extern std::map<char const*, int, StringComparer> TLVProtocolEnumStatMap; ///< Stays empty.
-extern TLVParserMap<EVLANIPAddressTableItemProperties> VLANTLVParserMap;  ///< A single VLAN.
+extern TLVParserMap<EVLANIPAddressTableItemProperties> VLANTLVParserMap;  ///< A single VLAN; filled as the others are.
 ///@}

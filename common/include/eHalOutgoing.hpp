@@ -74,7 +74,7 @@ private:
     EBlob m_message;
 };
 
-/// The envelope in which every other message travels.
+/// An envelope around another message.
 class IFHOST_API EOutgoingMessage {
 public:
     unsigned int GetMessageType() const { return m_messageType; }

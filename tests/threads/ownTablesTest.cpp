@@ -1,9 +1,11 @@
 // Each thread may do everything with tables of its own, first uses of what the library keeps for the process included.
+#include <ifcore/ifcore.hpp>
+
 #include "eIPLookupInterfaceTableHooks.hpp"
-#include "eInterfaceTable.hpp"
 #include "eMultiComponentId.hpp"
 #include "eSingleCommand.hpp"
 #include "golden.hpp"
+#include "tlvParserMapTable.hpp"
 
 #include <boost/make_shared.hpp>
 
@@ -47,18 +49,55 @@ static std::string ImageAfterALife(unsigned int port)
     return image;
 }
 
+/// Messages of one table read into another, changes of one discovered table into a second.
+static std::string ImageAfterMessages()
+{
+    EInterfaceItem interface;
+    interface.SetName("eth0");
+    interface.SetMTU(9000);
+    interface.SetPTPEnabled(true);
+    std::vector<char> message;
+    for (int i = 0; i < 20; ++i) Protocol::AppendInterfaceOpTLV(message, TLVIds::ListOp::Edit, interface);
+    TLVReader reader(message.data(), static_cast<int>(message.size()));
+    EInterfaceTable table(7);
+    ParseInterfaceListTLV(reader, table);
+    EXPECT_EQ(1U, table.size());
+
+    EDiscoveredTable first;
+    auto const writer = boost::make_shared<EDiscoveredChangeWriter>();
+    first.hooks = writer;
+    EDiscoveredInfo info;
+    info.SetLocalId(1);
+    first.AddInfo(info);
+    for (int i = 1; i <= 20; ++i) {
+        EDiscoveredNeighbor neighbor;
+        neighbor.AddAddress(EIPAddress("10.0.0." + std::to_string(i)));
+        first.GetInfo(1)->AddNeighbor(neighbor);
+    }
+    first.GetInfo(1)->SetDCBXInfo(EDCBXDiscoveredInfo());
+    EArchive changes;
+    changes.SetFromEBlob(writer->TakeMessage(), true);
+    changes.SetMode(2);
+    EDiscoveredTable second;
+    ApplyDiscoveredTableMessage(second, changes);
+    EXPECT_EQ(Written(first), Written(second));
+    return Written(table) + Written(second);
+}
+
 TEST(OwnTables, EightThreadsDoEverythingAtOnce)
 {
+    Protocol::RunTLVParserMapInitializers(); // once, before any thread reads a message
+    Protocol::UseOwnTLVIds();
     std::atomic<bool> start(false);
     std::vector<std::string> images(8);
     std::vector<std::thread> threads;
     for (std::string& image : images)
         threads.emplace_back([&start, &image] {
             while (!start) std::this_thread::yield(); // so that first uses meet
-            image = ImageAfterALife(7);
+            image = ImageAfterALife(7) + ImageAfterMessages();
         });
     start = true;
     for (std::thread& thread : threads) thread.join();
     for (std::string const& image : images) EXPECT_EQ(images[0], image);
-    EXPECT_EQ(ImageAfterALife(7), images[0]);
+    EXPECT_EQ(ImageAfterALife(7) + ImageAfterMessages(), images[0]);
 }

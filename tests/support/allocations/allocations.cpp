@@ -26,3 +26,17 @@ std::size_t s_bytesInUse = 0;
     s_bytesInUse -= malloc_usable_size(memory);
     std::free(memory);
 }
+
+// Those of arrays too: a sanitizer has its own, which do not ask for the ones above.
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
+void operator delete[](void* memory) noexcept
+{
+    operator delete(memory);
+}
+void operator delete[](void* memory, std::size_t size) noexcept
+{
+    operator delete(memory, size);
+}

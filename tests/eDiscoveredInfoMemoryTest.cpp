@@ -1,0 +1,137 @@
+#include "eDiscoveredChangeWriter.hpp"
+#include "eDiscoveredTable.hpp"
+
+#include "allocations.hpp"
+
+#include <boost/make_shared.hpp>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+// An allocation that fails, at every point of a change: it is done or not done, and the indexes agree.
+
+namespace {
+
+char const* const kOldMac = "02:00:00:00:00:01";
+char const* const kOldAddress = "2001:db8:ffff:ffff::1"; // its text is longer than a string keeps without an allocation
+char const* const kNewMac = "02:00:00:00:00:02";
+char const* const kNewAddress = "2001:db8:ffff:ffff::2";
+
+EDiscoveredNeighbor NeighborOf(char const* mac, char const* address)
+{
+    EDiscoveredNeighbor neighbor;
+    neighbor.SetMac(EMACAddress(mac));
+    neighbor.AddAddress(EIPAddress(address));
+    return neighbor;
+}
+
+/// A table with one neighbour, of the old MAC and address.
+struct Fixture {
+    EDiscoveredTable table;
+    EDiscoveredInfo* info;
+    unsigned int id;
+
+    Fixture()
+    {
+        EDiscoveredInfo empty;
+        empty.SetLocalId(1);
+        table.AddInfo(empty);
+        info = table.GetInfo(1);
+        id = info->AddNeighbor(NeighborOf(kOldMac, kOldAddress));
+    }
+    EDiscoveredNeighbor& Neighbor() { return *info->GetNeighbor(id); }
+    bool FindsByMac(char const* mac) { return info->FindNeighborByMAC(EMACAddress(mac)) == &Neighbor(); }
+    bool FindsByIp(char const* address) { return info->FindNeighborByIP(EIPAddress(address)) == &Neighbor(); }
+};
+
+/// Runs \p change on a fresh fixture with each allocation failing in turn until none does, and \p check after each.
+void FailEachAllocation(std::function<void(Fixture&)> const& change,
+                        std::function<void(Fixture&, bool done)> const& check)
+{
+    bool done = false;
+    for (long granted = 0; !done; ++granted) {
+        SCOPED_TRACE(granted);
+        ASSERT_LT(granted, 1000);
+        Fixture fixture;
+        s_allocationsLeft = granted;
+        try {
+            change(fixture);
+            done = true;
+        } catch (std::bad_alloc const&) {
+        }
+        s_allocationsLeft = -1;
+        check(fixture, done);
+    }
+}
+
+void Apply(EDiscoveredTable& table, EBlob const& message)
+{
+    EDiscoveredTable copy(table);
+    EArchive archive;
+    archive.SetFromEBlob(message, true);
+    archive.SetMode(2);
+    ApplyDiscoveredTableMessage(copy, archive);
+    EXPECT_TRUE(archive.AtEnd());
+}
+
+} // namespace
+
+TEST(EDiscoveredInfoMemory, SetNeighborReplacesTheNeighborInTheIndexesOrLeavesItThere)
+{
+    EDiscoveredNeighbor const replacement = NeighborOf(kNewMac, kNewAddress);
+    FailEachAllocation([&](Fixture& f) { f.info->SetNeighbor(f.id, replacement); },
+                       [](Fixture& f, bool done) {
+                           EXPECT_TRUE(f.FindsByMac(done ? kNewMac : kOldMac));
+                           EXPECT_TRUE(f.FindsByIp(done ? kNewAddress : kOldAddress));
+                           EXPECT_FALSE(f.FindsByMac(done ? kOldMac : kNewMac));
+                           EXPECT_FALSE(f.FindsByIp(done ? kOldAddress : kNewAddress));
+                           EXPECT_EQ(EMACAddress(done ? kNewMac : kOldMac), f.Neighbor().GetMac());
+                       });
+}
+
+TEST(EDiscoveredInfoMemory, AnAddressIsAddedToTheNeighborAndTheIndexOrToNeither)
+{
+    EIPAddress const added(kNewAddress);
+    FailEachAllocation([&](Fixture& f) { f.Neighbor().AddAddress(added); },
+                       [&](Fixture& f, bool done) {
+                           EXPECT_EQ(done, f.Neighbor().HasAddress(added));
+                           EXPECT_EQ(done, f.FindsByIp(kNewAddress));
+                           EXPECT_TRUE(f.FindsByIp(kOldAddress));
+                       });
+}
+
+TEST(EDiscoveredChangeWriterMemory, AStreamThatCouldNotBeWrittenIsRefusedOnceAndBeginsAnew)
+{
+    std::vector<EIPAddress> added; // enough that the stream must grow
+    for (int i = 1; i <= 50; ++i) added.emplace_back("2001:db8::" + std::to_string(i));
+    boost::shared_ptr<EDiscoveredChangeWriter> writer;
+    long refused = 0;
+    FailEachAllocation(
+        [&](Fixture& f) {
+            long const left = std::exchange(s_allocationsLeft, -1);
+            writer = boost::make_shared<EDiscoveredChangeWriter>();
+            f.table.hooks = writer;
+            s_allocationsLeft = left;
+            f.info->SetNeighbor(f.id, f.Neighbor());
+            for (EIPAddress const& address : added) f.info->AddAddress(address);
+        },
+        [&](Fixture& f, bool done) {
+            bool const hadChanges = writer->HasChanges();
+            try {
+                Apply(f.table, writer->TakeMessage()); // whole, whatever is in it
+            } catch (std::bad_alloc const&) {
+                EXPECT_TRUE(hadChanges);
+                EXPECT_FALSE(done);
+                ++refused;
+            }
+            EXPECT_FALSE(writer->HasChanges());
+            f.info->SetInterfaceUp(!f.info->IsInterfaceUp());
+            EXPECT_EQ(1U, writer->GetChangeCount());
+            Apply(f.table, writer->TakeMessage());
+        });
+    EXPECT_GT(refused, 0);
+}

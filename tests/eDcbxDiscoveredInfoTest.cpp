@@ -2,6 +2,7 @@
 
 #include "dcbxRecords.hpp"
 #include "discoveredRecords.hpp"
+#include "eInterfaceItem.hpp"
 #include "recordedInterface.hpp"
 
 #include <type_traits>
@@ -640,4 +641,19 @@ TEST(EDCBXDiscoveredInfoArchiveDeathTest, RowsInAnArchiveOfTheWrongDirectionEndT
     });
     EXPECT_EQ(1, record.exitStatus);
     EXPECT_EQ(FatalArchiveMessage(kFile, 132, "EDCBXDiscoveredInfo::SerializeIn"), record.output);
+}
+
+TEST(EDCBXDiscoveredInfo, ACopyDoesNotTakeTheParentsOfItsConfigurationsAlong)
+{
+    EInterfaceItem const interface;
+    EDCBXDiscoveredInfo info;
+    info.GetOperDCBXCfg().SetParent(&interface);
+    info.GetPeerDCBXCfg().SetParent(&interface);
+    info.GetLocalLLDPCfg().SetParent(&interface);
+    info.GetPeerLLDPCfg().SetParent(&interface);
+    EDCBXDiscoveredInfo const copy(info);
+    EXPECT_EQ(nullptr, copy.GetOperDCBXCfg().GetParent());
+    EXPECT_EQ(nullptr, copy.GetPeerDCBXCfg().GetParent());
+    EXPECT_EQ(nullptr, copy.GetLocalLLDPCfg().GetParent());
+    EXPECT_EQ(nullptr, copy.GetPeerLLDPCfg().GetParent());
 }

@@ -2,6 +2,7 @@
 #include "eDiscoveredTable.hpp"
 
 #include "allocations.hpp"
+#include "golden.hpp"
 
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
@@ -134,4 +135,23 @@ TEST(EDiscoveredChangeWriterMemory, AStreamThatCouldNotBeWrittenIsRefusedOnceAnd
             Apply(f.table, writer->TakeMessage());
         });
     EXPECT_GT(refused, 0);
+}
+
+TEST(EDiscoveredInfoMemory, SwappingAllocatesNothing)
+{
+    Fixture fixture;
+    EDiscoveredInfo other;
+    EPTPDiscoveredInfo ptp;
+    // The three texts of the statistics, each longer than a string keeps without an allocation.
+    std::string const text = Bytes("1E") + std::string(30, 'x');
+    std::string const statistics = Bytes("02") + Bytes("00000000 00000000 00") + text + text + text + Bytes("00 00") +
+                                   Bytes("00000000000000000000 00 00 00");
+    ReadInto(ptp, Bytes("01 00 00") + statistics + Bytes("00000000 0000 0000 00"));
+    other.SetPTPInfo(ptp);
+    s_allocationsLeft = 0;
+    fixture.info->Swap(other);
+    s_allocationsLeft = -1;
+    EXPECT_EQ(0U, fixture.info->GetNeighbors().size());
+    EXPECT_EQ(1U, other.GetNeighbors().size());
+    EXPECT_EQ(Written(ptp), Written(fixture.info->GetPTPInfo()));
 }

@@ -368,7 +368,7 @@ public:
 class NoInterfaces : public EFactory<EInterfaceItem> {
 public:
     EInterfaceItem* CreateItem() const override { return nullptr; }
-    EInterfaceItem* CreateItem(EInterfaceItem const&) const override { return nullptr; }
+    EInterfaceItem* CreateItem(EInterfaceItem const& item) const override { return new EInterfaceItem(item); }
     EFactory* Clone() const override { return new NoInterfaces; }
 };
 
@@ -398,8 +398,10 @@ TEST(EInterfaceTLVParserList, NewInterfacesComeFromTheFactoryOfTheList)
 
         EInterfaceItemList none(&table, Owned(new NoInterfaces));
         TLVReader again(value.data(), static_cast<int>(value.size()));
+        none.AddItem(0, EInterfaceItem());   // not taken for the one that was not made
         EXPECT_NO_THROW(parse(again, none)); // there is nothing to read into
-        EXPECT_EQ(0U, none.GetCount());
+        EXPECT_EQ(1U, none.GetCount());
+        EXPECT_EQ(INTERFACE_TYPE_ETHERNET, none.GetItem(0)->GetType());
     }
 }
 

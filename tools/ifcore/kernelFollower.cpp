@@ -113,8 +113,8 @@ void KernelFollower::AddEntry(Link& link, KernelIP const& address, Entry const& 
         EDiscoveredNeighbor added;
         added.SetMac(AsMac(entry.mac));
         added.SetIsRouter(entry.isRouter);
-        added.AddAddress(
-            AsAddress(address)); // before it is added: the table's default MAC is that of a neighbour with one
+        // Before the neighbour is added, so that the table's default MAC is that of one with an address.
+        added.AddAddress(AsAddress(address));
         neighbor.id = info.AddNeighbor(added);
     } else if (EDiscoveredNeighbor* const stored = info.GetNeighbor(neighbor.id)) {
         stored->AddAddress(AsAddress(address));

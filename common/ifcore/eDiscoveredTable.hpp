@@ -16,7 +16,7 @@ class EIPAddress;
 using EDiscoveredInfoList = EUniqueIDMap<EDiscoveredInfo, EDiscoveredTable const*>;
 
 /// What the protocol engines of one port have learnt, an info for each interface, and the port's default MAC: that of
-/// one neighbour. Not thread-safe: the host serialises access to each table.
+/// one neighbour. Threads may read one that nobody changes; the host serialises the rest.
 class IFCORE_API EDiscoveredTable {
 public:
     EDiscoveredTable();

@@ -21,7 +21,7 @@ class EVLAN;
 using EInterfaceItemList = EUniqueIDMap<EInterfaceItem, EInterfaceTable const*>;
 
 /// The interfaces of one port and the port's protocol settings: the root of the component-id tree, the holder of the
-/// observer, and the receiver of host commands. Not thread-safe: the host serialises access to each table.
+/// observer, and the receiver of host commands. Threads may read one that nobody changes; the host serialises the rest.
 class IFCORE_API EInterfaceTable : public EInterfaceItemList {
 public:
     /// The ATM VPI mask mode of a port. The values are the host's; any is legal to hold.

@@ -7,8 +7,11 @@
 //     length (two bytes, the high one first), the data
 //
 // with one byte for all else. What is missing at the end counts as zero.
-#include "support/fatalArchive.hpp"
+#include "support/archives.hpp"
+#include "support/guarded.hpp"
+#include "support/require.hpp"
 #include "support/tableChecks.hpp"
+#include "support/target.hpp"
 
 #include "eIPLookupInterfaceTableHooks.hpp"
 #include "eSingleCommand.hpp"
@@ -16,8 +19,6 @@
 #include <boost/make_shared.hpp>
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace {
@@ -62,9 +63,7 @@ ESingleCommand NextCommand(Input& input)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void TestInput(std::uint8_t const* data, std::size_t size)
 {
     EInterfaceTable table(7);
     table.AddInterfaceTableHooks("IP_LOOKUP_HOOKS", boost::make_shared<EIPLookupInterfaceTableHooks>());
@@ -86,5 +85,4 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
         Require(!accepted || command.GetAction() != kRemove || !command.GetId().GetLeaves().empty(),
                 "a removal without leaves removes nothing");
     }
-    return 0;
 }

@@ -1,13 +1,11 @@
 // The input is an archive of an interface table, of any version.
-#include "support/fatalArchive.hpp"
+#include "support/archives.hpp"
+#include "support/guarded.hpp"
+#include "support/require.hpp"
 #include "support/tableChecks.hpp"
+#include "support/target.hpp"
 
-#include <cstddef>
-#include <cstdint>
-
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void TestInput(std::uint8_t const* data, std::size_t size)
 {
     EBlob const input(data, static_cast<unsigned int>(size));
     EInterfaceTable table(1);
@@ -18,5 +16,4 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
     EInterfaceTable again;
     Require(RunGuarded([&] { ReadTable(again, written); }) == Ending::done, "what was written can be read");
     Require(Written(again) == written, "what was read is written again as it was");
-    return 0;
 }

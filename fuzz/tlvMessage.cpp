@@ -1,11 +1,12 @@
 // The input is a message of list operations for one table of port 7 that holds the interfaces 1 and 2. What became of
 // the table is built into a message again, which is read into another table.
+#include "support/guarded.hpp"
+#include "support/require.hpp"
 #include "support/tableChecks.hpp"
+#include "support/target.hpp"
 
 #include "tlvParserMapTable.hpp"
 
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace {
@@ -15,11 +16,13 @@ void Apply(void const* bytes, std::size_t size, EInterfaceTable& table)
     TLVReader message(bytes, static_cast<int>(size));
     unsigned char const* const position = message.position;
     int const remaining = message.remaining;
-    try {
-        ParseInterfaceListTLV(message, table);
-    } catch (int error) {
-        Require(error == -1, "the parse error is -1");
-    }
+    RunGuarded([&] {
+        try {
+            ParseInterfaceListTLV(message, table);
+        } catch (int error) {
+            Require(error == -1, "the parse error is -1");
+        }
+    });
     Require(message.position == position && message.remaining == remaining, "the caller's reader stays where it is");
     CheckTable(table);
 }
@@ -33,9 +36,7 @@ bool ReadyForMessages()
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
-
-int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void TestInput(std::uint8_t const* data, std::size_t size)
 {
     static bool const ready = ReadyForMessages();
     Require(ready, "the parser maps are filled");
@@ -50,5 +51,4 @@ int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
     Apply(message.data(), message.size(), other);
     // The operations carry no ids, so that each interface replaces the one before.
     Require(other.size() == (table.size() == 0 ? 0U : 1U), "a built message is read without an error");
-    return 0;
 }

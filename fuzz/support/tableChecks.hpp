@@ -2,20 +2,9 @@
 
 #include <ifcore/ifcore.hpp>
 
-#include "eBlob.hpp"
-
-/// What `archive << table` writes.
-EBlob Written(EInterfaceTable const& table);
-
-/// Reads a table from bytes as a user does.
-void ReadTable(EInterfaceTable& table, EBlob const& bytes);
-
 /// Adds the interfaces 1, with all that every interface has, and 2, with each record that is created on demand.
 void FillWithTwoInterfaces(EInterfaceTable& table);
 
 /// Aborts the process unless every record of the table names its owner as parent, is found under its path, can be
 /// rendered, and finding interfaces by their addresses gives the same with the table's observer and by a scan.
 void CheckTable(EInterfaceTable const& table);
-
-/// Aborts the process, so that the fuzzer keeps the input.
-void Require(bool condition, char const* rule);

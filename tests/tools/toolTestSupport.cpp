@@ -40,7 +40,7 @@ std::vector<std::string> ScratchFolder::GetNames() const
     return names;
 }
 
-Background::Background(std::vector<std::string> arguments)
+Background::Background(std::vector<std::string> arguments, std::function<void()> const& prepare)
 {
     std::string const out = m_folder / "out";
     std::string const err = m_folder / "err";
@@ -56,6 +56,7 @@ Background::Background(std::vector<std::string> arguments)
         dup2(inFile, STDIN_FILENO);
         dup2(outFile, STDOUT_FILENO);
         dup2(errFile, STDERR_FILENO);
+        if (prepare) prepare();
         execvp(pointers[0], pointers.data());
         _exit(127);
     }
@@ -68,10 +69,15 @@ Background::~Background()
     Wait();
 }
 
+/// Nothing when the child has not come so far.
+static std::string Written(std::string const& path)
+{
+    return std::filesystem::exists(path) ? FileText(path) : "";
+}
+
 std::string Background::GetOut() const
 {
-    std::string const path = m_folder / "out";
-    return std::filesystem::exists(path) ? FileText(path) : "";
+    return Written(m_folder / "out");
 }
 
 bool Background::WaitForOut(std::string const& text) const
@@ -95,8 +101,8 @@ Result Background::Wait()
     m_child = -1;
     Result result;
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.out = FileText(m_folder / "out");
-    result.err = FileText(m_folder / "err");
+    result.out = Written(m_folder / "out");
+    result.err = Written(m_folder / "err");
     return result;
 }
 
@@ -105,10 +111,10 @@ Result Run(std::vector<std::string> arguments)
     return Background(std::move(arguments)).Wait();
 }
 
-Result RunIfcore(std::vector<std::string> arguments)
+Result RunIfcore(std::vector<std::string> arguments, std::function<void()> const& prepare)
 {
     arguments.insert(arguments.begin(), IFCORE_PROGRAM);
-    return Run(std::move(arguments));
+    return Background(std::move(arguments), prepare).Wait();
 }
 
 static std::vector<std::string> Words(std::string const& line)

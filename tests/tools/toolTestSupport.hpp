@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,7 +36,8 @@ struct Result {
 /// A program found by PATH while it runs.
 class Background {
 public:
-    explicit Background(std::vector<std::string> arguments);
+    /// \p prepare runs in the child process, before the program.
+    explicit Background(std::vector<std::string> arguments, std::function<void()> const& prepare = {});
     ~Background(); ///< Ends it.
     Background(Background const&) = delete;
     Background& operator=(Background const&) = delete;
@@ -55,7 +57,7 @@ private:
 Result Run(std::vector<std::string> arguments);
 
 /// The built program with these arguments.
-Result RunIfcore(std::vector<std::string> arguments);
+Result RunIfcore(std::vector<std::string> arguments, std::function<void()> const& prepare = {});
 
 /// Each line is one command of `ip`; a test failure when one is refused.
 void RunIp(std::vector<std::string> const& lines);

@@ -25,4 +25,19 @@ private:
     bool m_hasCome = false;
 };
 
+/// As long as this lives, SIGINT, SIGTERM and SIGHUP wait, unless somebody else holds or ignores them; then they do
+/// what they always do. For processes of one thread, and for work that asks from time to time.
+class HeldSignals {
+public:
+    HeldSignals();
+    ~HeldSignals(); ///< Does not return from one that came and ends the process.
+    HeldSignals(HeldSignals const&) = delete;
+    HeldSignals& operator=(HeldSignals const&) = delete;
+
+    bool HasCome() const; ///< Whether one of those that are held here waits.
+
+private:
+    sigset_t m_held;
+};
+
 } // namespace ifcoreTool

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -210,6 +211,7 @@ int Fail(ExitCode code, std::string const& message)
 
 int RunProgram(int argc, char const* const* argv)
 {
+    signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a refusal of the system, not the end of the process
     CLI::App app("Interface tables of a network port: taken from the kernel, shown, changed.", "ifcore");
     app.set_version_flag("--version", "ifcore " IFCORE_VERSION);
     app.require_subcommand(1);

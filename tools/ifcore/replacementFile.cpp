@@ -3,6 +3,7 @@
 #include "toolError.hpp"
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -19,11 +20,17 @@ static std::string FolderOf(std::string const& path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// The file behind symbolic links; the path itself when nothing is there yet.
+/// The file behind symbolic links, there or not.
 static std::string ResolvedPath(std::string const& path)
 {
     std::unique_ptr<char, void (*)(void*)> const resolved(realpath(path.c_str(), nullptr), std::free);
-    return resolved ? resolved.get() : path;
+    if (resolved) return resolved.get();
+    if (errno != ENOENT) throw SystemRefused("writing " + path, errno);
+    char target[PATH_MAX];
+    ssize_t const size = readlink(path.c_str(), target, sizeof target);
+    if (size < 0) return path; // no link
+    std::string const next(target, static_cast<std::size_t>(size));
+    return ResolvedPath(next[0] == '/' ? next : FolderOf(path) + "/" + next);
 }
 
 /// Permissions of the file that is replaced, or those that a new file gets here.
@@ -53,6 +60,7 @@ ReplacementFile::~ReplacementFile()
 
 void ReplacementFile::Write(void const* bytes, std::size_t count)
 {
+    ThrowWhenEnding();
     auto const* const first = static_cast<unsigned char const*>(bytes);
     std::size_t done = 0;
     while (done < count) {
@@ -85,13 +93,21 @@ void ReplacementFile::Cut(std::size_t size)
 
 void ReplacementFile::TakePlace()
 {
+    ThrowWhenEnding();
     if (fchmod(m_descriptor.Get(), m_mode) != 0) throw SystemRefused("writing " + m_goal, errno);
     if (fsync(m_descriptor.Get()) != 0) throw SystemRefused("writing " + m_goal, errno);
+    ThrowWhenEnding(); // the disk may have taken long
     if (rename(m_name.c_str(), m_goal.c_str()) != 0) throw SystemRefused("replacing " + m_goal, errno);
     m_renamed = true;
     std::string const folder = FolderOf(m_goal);
     FileDescriptor const opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!opened.IsOpen() || fsync(opened.Get()) != 0) throw SystemRefused("securing the folder " + folder, errno);
+}
+
+/// Unwinding removes the new content; then the signal ends the process.
+void ReplacementFile::ThrowWhenEnding() const
+{
+    if (m_signals.HasCome()) throw ToolError(ExitCode::systemRefused, "writing " + m_goal + ": ended by a signal");
 }
 
 } // namespace ifcoreTool

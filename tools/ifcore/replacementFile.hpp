@@ -1,5 +1,6 @@
 #pragma once
 
+#include "endSignals.hpp"
 #include "fileDescriptor.hpp"
 
 #include <cstddef>
@@ -9,8 +10,9 @@
 
 namespace ifcoreTool {
 
-/// A new content of a file, beside it until it takes its place; goes away when it does not. An existing file keeps its
-/// permissions; through a symbolic link the file that it names is replaced. Each operation throws ToolError.
+/// A new content of a file, beside it until it takes its place; goes away when it does not, also when SIGINT, SIGTERM
+/// or SIGHUP ends the process. An existing file keeps its permissions; through a symbolic link the file that it names
+/// is replaced, or made. Each operation throws ToolError.
 class ReplacementFile {
 public:
     explicit ReplacementFile(std::string const& path);
@@ -25,6 +27,9 @@ public:
     void TakePlace();           ///< Once. The file is then on the disk.
 
 private:
+    void ThrowWhenEnding() const;
+
+    HeldSignals m_signals; // the first, so that they come when everything else is gone
     std::string m_goal;
     mode_t m_mode;
     std::string m_name;

@@ -61,11 +61,14 @@ unsigned int EUniqueIDMapImplBase::AddOwnedItem(void* item)
 {
     OwnedItem owned(*this, item);
     if (!item) return 0;
-    unsigned int id = m_generator.Next();
-    while (id != 0 && IsInUse(id)) id = m_generator.Next();
-    if (id == 0) return 0;
-    SetLocalId(item, id);
-    Store(id, owned);
+    EUniqueIDGenerator generator(m_generator); // an id that is not stored is not used up
+    unsigned int id = generator.Next();
+    while (id != 0 && IsInUse(id)) id = generator.Next();
+    if (id != 0) {
+        SetLocalId(item, id);
+        Store(id, owned);
+    }
+    m_generator = generator;
     return id;
 }
 

@@ -1,5 +1,6 @@
 #include "eIPLookupInterfaceTableHooks.hpp"
 
+#include "allocations.hpp"
 #include "eComponentId.hpp"
 #include "eMultiComponentId.hpp"
 #include "eMultipleInterfaceTableHooks.hpp"
@@ -13,6 +14,8 @@
 #include <optional>
 #include <random>
 #include <set>
+#include <string>
+#include <vector>
 
 static char const* const kLookupName = "IP_LOOKUP_HOOKS";
 
@@ -727,4 +730,94 @@ TEST(EIPLookupInterfaceTableHooks, ManyInterfacesMayShareTheZeroAddress)
         observed.table.RemoveInterfaceItem(id);
     }
     for (char const* const address : {"0.0.0.0", "::", "::1"}) EXPECT_EQ(0U, observed.Find(address));
+}
+
+namespace {
+
+/// Has no memory while it is told of something.
+class StarvingLookup : public EIPLookupInterfaceTableHooks {
+public:
+#define EHOOK(operation, ...)                                                                                          \
+    void operation(EHOOK_PARAMETERS(__VA_ARGS__)) override                                                             \
+    {                                                                                                                  \
+        GrantedAllocations const granted(starves ? 0 : -1, true);                                                      \
+        EIPLookupInterfaceTableHooks::operation(EHOOK_ARGUMENTS(__VA_ARGS__));                                         \
+        refused += granted.Refused();                                                                                  \
+    }
+#include "eInterfaceTableHooks.def"
+
+    bool starves = false;
+    long refused = 0;
+};
+
+/// What the observer listens to, on a table of the interfaces 1 to 3.
+std::vector<void (*)(EInterfaceTable&)> AnnouncedChanges()
+{
+    return {
+        [](EInterfaceTable& t) { t = EInterfaceTable(t); },
+        [](EInterfaceTable& t) {
+            t.AddInterfaceItem(Interface("10.0.0.1", {"2001:db8::1", "2001:db8::2"}));
+        },
+        [](EInterfaceTable& t) { t.RemoveInterfaceItem(2); },
+        [](EInterfaceTable& t) { t.SetInterfaceItem(3, Interface("10.0.0.2", {"2001:db8::1"})); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(3)->SetVLANItem(Vlans({200})); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->SetIPv4AddressItem(EIPv4AddressItem()); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->GetIPv4AddressItem().SetAddress(Address("10.0.0.3")); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->AddIPv6AddressItem(IPv6Item(Address("2001:db8::3"))); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->RemoveIPv6AddressItem(1); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->SetIPv6AddressItem(1, IPv6Item(Address("2001:db8::3"))); },
+        [](EInterfaceTable& t) { t.GetInterfaceItem(1)->GetIPv6AddressItem(1)->SetAddress(Address("2001:db8::2")); },
+    };
+}
+
+void ExpectAnswersAsAScan(EIPLookupInterfaceTableHooks const& lookup, EInterfaceTable const& table)
+{
+    for (char const* const text :
+         {"0.0.0.0", "10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::1", "2001:db8::2", "2001:db8::3", "2001:db8::4"}) {
+        SCOPED_TRACE(text);
+        EIPAddress const address = Address(text);
+        EXPECT_EQ(Scan(table, address), lookup.GetInterfaceId(address));
+        for (unsigned int const vlan : {0U, 100U, 200U})
+            EXPECT_EQ(Scan(table, address, vlan), lookup.GetInterfaceIdFromVlan(address, Vlan(vlan)));
+    }
+}
+
+} // namespace
+
+TEST(EIPLookupInterfaceTableHooks, WithoutMemoryItWalksTheTableUntilItIsToldOfAChangeWithMemory)
+{
+    auto const changes = AnnouncedChanges();
+    long refused = 0;
+    for (std::size_t first = 0; first < changes.size(); ++first) {
+        for (std::size_t second = 0; second < changes.size(); ++second) {
+            SCOPED_TRACE(testing::Message() << "change " << first << " without memory, then " << second);
+            EInterfaceTable table(7);
+            auto const lookup = boost::make_shared<StarvingLookup>();
+            table.SetHooks(kLookupName, lookup);
+            EInterfaceItem tagged = Interface("10.0.0.1", {"2001:db8::1"});
+            tagged.SetVLANItem(Vlans({100}));
+            table.AddInterfaceItem(Interface("10.0.0.1", {"2001:db8::1"}));
+            table.AddInterfaceItem(Interface("10.0.0.2", {"2001:db8::2"}));
+            table.AddInterfaceItem(tagged);
+
+            lookup->starves = true;
+            changes[first](table);
+            ExpectAnswersAsAScan(*lookup, table);
+            refused += lookup->refused;
+            lookup->starves = false;
+            if (!table.GetInterfaceItem(1)->GetIPv6AddressItem(1)) continue; // nothing left to change
+            changes[second](table);
+            ExpectAnswersAsAScan(*lookup, table);
+
+            unsigned int const id = table.AddInterfaceItem(Interface("", {"2001:db8::4"}));
+            table.RemoveItem(id); // not announced: only a walk would notice
+            EXPECT_EQ(id, lookup->GetInterfaceId(Address("2001:db8::4"))) << "it has an index again";
+            lookup->Rebuild(table);
+            while (table.size() > 0) {
+                table.RemoveInterfaceItem(table.begin()->first);
+                ExpectAnswersAsAScan(*lookup, table);
+            }
+        }
+    }
+    EXPECT_GT(refused, 0);
 }

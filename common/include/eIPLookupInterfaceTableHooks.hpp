@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstring>
 #include <map>
+#include <new>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -35,78 +36,101 @@
 /// - container operations that bypass the interface and the table (AddItem, RemoveItem, Swap, Empty of the lists);
 /// - EInterfaceTable::Swap, on both sides, and Swap of an address record.
 /// A copy of an interface's Ethernet data announces its changes as the interface's own: change no VLANs in a copy.
+///
+/// When memory fails while it is told of a change, it refuses nothing: it drops its index and answers by walks through
+/// the table, which must still be there then, until it is told of a change or asked to rebuild with memory for an
+/// index.
 class IFHOST_API EIPLookupInterfaceTableHooks : public EIgnoreInterfaceTableHooks {
 public:
     /// The id of the interface that has this address; 0 when none has.
     unsigned int GetInterfaceId(EIPAddress const& address) const
     {
+        if (m_unindexed) return Walk(*m_unindexed, address, kAnyVlan);
         return IsIPv4(address) ? m_ipv4.Find(IPv4Key(address)) : m_ipv6.Find(IPv6Key(address));
     }
     /// The same among the interfaces whose outermost VLAN id is that of \p vlan. Its priority does not matter.
     /// An interface without VLANs, or with its VLANs disabled, counts as one with VLAN id 0.
     unsigned int GetInterfaceIdFromVlan(EIPAddress const& address, EVLAN const& vlan) const
     {
+        if (m_unindexed) return Walk(*m_unindexed, address, vlan.GetVLANID());
         return IsIPv4(address) ? m_ipv4.Find(IPv4Key(address), vlan.GetVLANID())
                                : m_ipv6.Find(IPv6Key(address), vlan.GetVLANID());
     }
-    /// Forgets everything and learns the addresses that the table holds now.
+    /// Forgets everything and learns the addresses that the table holds now. Without the memory for that it throws
+    /// `std::bad_alloc` and answers as before.
     void Rebuild(EInterfaceTable const& table)
     {
-        m_ipv4.Clear();
-        m_ipv6.Clear();
-        for (auto position = table.begin(); position != table.end(); ++position)
-            if (EInterfaceItem const* const item = table.GetItem(position)) Learn(*item, position->first);
+        Index<EIPv4Key> ipv4;
+        Index<EIPv6Key> ipv6;
+        std::swap(m_ipv4, ipv4);
+        std::swap(m_ipv6, ipv6);
+        try {
+            for (auto position = table.begin(); position != table.end(); ++position)
+                if (EInterfaceItem const* const item = table.GetItem(position)) Learn(*item, position->first);
+        } catch (...) {
+            std::swap(m_ipv4, ipv4);
+            std::swap(m_ipv6, ipv6);
+            throw;
+        }
+        m_unindexed = nullptr;
     }
 
     /// \name What it listens to
     ///@{
-    void SettingInterfaceTable(EInterfaceTable const&, EInterfaceTable const& replacement) override
+    void SettingInterfaceTable(EInterfaceTable const& table, EInterfaceTable const& replacement) override
     {
-        Rebuild(replacement);
+        OrUnindexed(&table, [&] { Rebuild(replacement); });
     }
     void AddingInterfaceItem(EInterfaceItem const& item) override // told after the store
     {
-        Learn(item, item.GetLocalId());
+        FollowStored(item.GetParent(), [&] { Learn(item, item.GetLocalId()); });
     }
-    void RemovingInterfaceItem(EInterfaceItem const& item) override { Forget(item, IdInTable(item)); }
+    void RemovingInterfaceItem(EInterfaceItem const& item) override
+    {
+        Follow(item.GetParent(), [&] { Forget(item, IdInTable(item)); });
+    }
     void SettingInterfaceItem(EInterfaceItem const& item, EInterfaceItem const& replacement) override
     {
-        unsigned int const id = IdInTable(item);
-        Forget(item, id);
-        Learn(replacement, id);
+        Follow(item.GetParent(), [&] {
+            unsigned int const id = IdInTable(item);
+            Forget(item, id);
+            Learn(replacement, id);
+        });
     }
     void SettingInterfaceVlan(EInterfaceItem const& item, EVLANIPAddressTableItemProperties const& vlans) override
     {
-        unsigned int const id = IdInTable(item);
-        Forget(item, id);
-        Learn(item, id, VlanOf(vlans));
+        Follow(item.GetParent(), [&] {
+            unsigned int const id = IdInTable(item);
+            Forget(item, id);
+            Learn(item, id, VlanOf(vlans));
+        });
     }
     void SettingIPv4AddressItem(EIPv4AddressItem const& item, EIPv4AddressItem const& replacement,
                                 EVLANIPAddressTableItemProperties const&,
                                 EVLANIPAddressTableItemProperties const&) override
     {
-        ChangeIPv4(item, replacement.GetAddress());
+        FollowIPv4(item, replacement.GetAddress());
     }
     void SettingIPv4Address(EIPv4AddressItem const& item, EIPAddress const& address,
                             EVLANIPAddressTableItemProperties const&, EVLAN const&) override
     {
-        ChangeIPv4(item, address);
+        FollowIPv4(item, address);
     }
     void AddingIPv6AddressItem(EIPv6AddressItem const& item) override // told after the store
     {
-        ChangeIPv6(item, nullptr, &item.GetAddress());
+        FollowStored(TableOf(item), [&] { ChangeIPv6(item, nullptr, &item.GetAddress()); });
     }
     void RemovingIPv6AddressItem(EIPv6AddressItem const& item) override
     {
-        ChangeIPv6(item, &item.GetAddress(), nullptr);
+        FollowIPv6(item, &item.GetAddress(), nullptr);
     }
     void SettingIPv6AddressItem(EIPv6AddressItem const& item, EIPv6AddressItem const& replacement) override
     {
-        ChangeIPv6(item, &item.GetAddress(), &replacement.GetAddress());
+        FollowIPv6(item, &item.GetAddress(), &replacement.GetAddress());
     }
     void SettingIPv6Address(EIPv6AddressItem const& item, EIPAddress const& address) override
     {
-        ChangeIPv6(item, &item.GetAddress(), &address);
+        FollowIPv6(item, &item.GetAddress(), &address);
     }
     ///@}
 
@@ -369,6 +393,69 @@ private:
         for (auto position = list.begin(); position != list.end(); ++position)
             RemoveIPv6(list.GetItem(position)->GetAddress(), id, vlan);
     }
+    /// What the index would say, from the table itself. \p vlan may be kAnyVlan.
+    static unsigned int Walk(EInterfaceTable const& table, EIPAddress const& address, unsigned int vlan)
+    {
+        for (auto position = table.begin(); position != table.end(); ++position) {
+            EInterfaceItem const& item = *table.GetItem(position);
+            if ((vlan == kAnyVlan || vlan == VlanOf(item.GetVLANItem())) && HasAddress(item, address))
+                return position->first;
+        }
+        return 0;
+    }
+    static bool HasAddress(EInterfaceItem const& item, EIPAddress const& address)
+    {
+        if (IsIPv4(address)) return item.GetIPv4AddressItem().GetAddress() == address;
+        EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
+        for (auto position = list.begin(); position != list.end(); ++position)
+            if (list.GetItem(position)->GetAddress() == address) return true;
+        return false;
+    }
+    /// The table of the record's interface; null without one.
+    template <class Record> static EInterfaceTable const* TableOf(Record const& item)
+    {
+        return item.GetParent() ? item.GetParent()->GetParent() : nullptr;
+    }
+
+    /// Changes the index; without the memory for that there is none from then on.
+    template <class Change> void OrUnindexed(EInterfaceTable const* table, Change const& change)
+    {
+        try {
+            change();
+        } catch (std::bad_alloc const&) {
+            if (!table) throw; // not told by a table
+            m_ipv4.Clear();
+            m_ipv6.Clear();
+            m_unindexed = table;
+        }
+    }
+    /// Makes the change that the table is about to make.
+    template <class Change> void Follow(EInterfaceTable const* table, Change const& change)
+    {
+        OrUnindexed(table, [&] {
+            if (m_unindexed && table) Rebuild(*table);
+            change();
+        });
+    }
+    /// Makes a change that the table has made already.
+    template <class Change> void FollowStored(EInterfaceTable const* table, Change const& change)
+    {
+        OrUnindexed(table, [&] {
+            if (m_unindexed && table)
+                Rebuild(*table);
+            else
+                change();
+        });
+    }
+    void FollowIPv4(EIPv4AddressItem const& item, EIPAddress const& address)
+    {
+        Follow(TableOf(item), [&] { ChangeIPv4(item, address); });
+    }
+    void FollowIPv6(EIPv6AddressItem const& item, EIPAddress const* removed, EIPAddress const* added)
+    {
+        Follow(TableOf(item), [&] { ChangeIPv6(item, removed, added); });
+    }
+
     void ChangeIPv4(EIPv4AddressItem const& item, EIPAddress const& address)
     {
         EInterfaceItem const* const interface = item.GetParent();
@@ -392,4 +479,5 @@ private:
 
     Index<EIPv4Key> m_ipv4;
     Index<EIPv6Key> m_ipv6;
+    EInterfaceTable const* m_unindexed = nullptr; // not owned; the table to walk while there is no index of it
 };

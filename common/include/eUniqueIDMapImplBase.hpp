@@ -38,7 +38,8 @@ public:
     ///@}
 
     /// Takes \p item over under a new id, and tells it id and parent. Ids in use are passed over.
-    /// Returns the id; 0, with the item destroyed, when the ids are used up. An exception destroys the item.
+    /// Returns the id; 0, with the item destroyed, when the ids are used up. An exception destroys the item and leaves
+    /// the container as it was, the generator too.
     unsigned int AddOwnedItem(void* item);
     /// The same under \p id, whatever it is; an item that is there already is destroyed and replaced. New ids will be
     /// greater than \p id.

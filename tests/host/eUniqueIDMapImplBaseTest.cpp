@@ -339,6 +339,7 @@ template <class Operation>
 static void ExpectUnchangedByEachFailure(Container const& container, std::string const& before, Operation operation)
 {
     int const items = s_items;
+    unsigned int const next = container.PeekNextId();
     for (long granted = 0;; ++granted) {
         SCOPED_TRACE(granted);
         bool failed = false;
@@ -355,6 +356,7 @@ static void ExpectUnchangedByEachFailure(Container const& container, std::string
         }
         EXPECT_EQ(before, container.Text());
         EXPECT_EQ(items, s_items);
+        EXPECT_EQ(next, container.PeekNextId());
     }
 }
 

@@ -5,26 +5,48 @@
 #include <new>
 
 long s_allocationsLeft = -1;
+bool s_allocationsFailOn = false;
+long s_allocationsRefused = 0;
+long s_liveAllocations = 0;
 std::size_t s_bytesInUse = 0;
+
+/// Whether the next allocation is granted.
+static bool Granted()
+{
+    if (s_allocationsLeft < 0) return true;
+    if (s_allocationsLeft > 0) {
+        --s_allocationsLeft;
+        return true;
+    }
+    if (!s_allocationsFailOn) s_allocationsLeft = -1;
+    ++s_allocationsRefused;
+    return false;
+}
+
+static void Release(void* memory) noexcept
+{
+    if (memory) --s_liveAllocations;
+    s_bytesInUse -= malloc_usable_size(memory);
+    std::free(memory);
+}
 
 // Not inlined: g++ would take malloc and free for a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
-    if (s_allocationsLeft >= 0 && s_allocationsLeft-- == 0) throw std::bad_alloc();
+    if (!Granted()) throw std::bad_alloc();
     void* const memory = std::malloc(size > 0 ? size : 1);
     if (!memory) throw std::bad_alloc();
+    ++s_liveAllocations;
     s_bytesInUse += malloc_usable_size(memory);
     return memory;
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept
 {
-    s_bytesInUse -= malloc_usable_size(memory);
-    std::free(memory);
+    Release(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
-    s_bytesInUse -= malloc_usable_size(memory);
-    std::free(memory);
+    Release(memory);
 }
 
 // Those of arrays too: a sanitizer has its own, which do not ask for the ones above.

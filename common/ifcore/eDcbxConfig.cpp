@@ -94,9 +94,20 @@ void EDCBXConfig::SetOUI(unsigned int oui)
 
 void EDCBXConfig::SetSubType(unsigned char subType)
 {
+    std::vector<EDCBXFeatureTlv> reset(m_values.featureTlvs); // first: what has been announced cannot fail any more
+    for (EDCBXFeatureTlv& feature : reset) {
+        feature.SetDcbxSubType(subType);
+        feature.ResetDefault(); // on purpose: also when the subtype is the same
+    }
     NotifyAndStore(*this, &EInterfaceTableHooks::SettingDCBXSubType, m_values.subType, subType);
     StampSubType();
-    for (EDCBXFeatureTlv& feature : m_values.featureTlvs) feature.ResetDefault(); // on purpose: also when none changed
+    for (std::size_t i = 0; i < m_values.featureTlvs.size(); ++i) {
+        EDCBXFeatureTlv& feature = m_values.featureTlvs[i];
+        if (i < reset.size() && reset[i].GetType() == feature.GetType())
+            feature.SwapDesiredCfg(reset[i]);
+        else
+            feature.ResetDefault(); // one that the observer brought
+    }
 }
 
 void EDCBXConfig::SetControlTlvMaxVersion(unsigned char version)

@@ -5,6 +5,7 @@
 #include "ifcoreExport.hpp"
 
 #include <string>
+#include <utility>
 
 /// The header of one DCBX feature TLV (DCBX 1.00 and 1.01, forerunners of IEEE 802.1Qaz).
 class IFCORE_API EDCBXFeatureTlvHeader {
@@ -213,6 +214,10 @@ public:
     void SerializeIn(EArchive& archive);
 
 private:
+    friend class EDCBXConfig; // makes payloads before it installs them
+
+    void SwapDesiredCfg(EDCBXFeatureTlv& other) { std::swap(m_values.desiredCfg, other.m_values.desiredCfg); }
+
     struct Values {
         EDCBXFeatureTlvHeader header;
         EBlob desiredCfg = {}; // the payload

@@ -29,8 +29,9 @@ template <class Values> static auto Tie(Values& v)
 void EFCoEConfig::Copy(EFCoEConfig const& other)
 {
     if (this == &other) return;
+    EFCoEConfig replacement(other); // first: what has been announced cannot fail any more
     GetHooks().SettingFCoEConfig(*this, other);
-    m_values = other.m_values;
+    Swap(replacement);
 }
 
 void EFCoEConfig::Empty()

@@ -36,6 +36,29 @@ template <class Record, class Parent> static Record& Ensure(std::unique_ptr<Reco
     return *record;
 }
 
+/// Sets a field whose new value takes memory. A record that was made for it goes again when the setter fails.
+template <class Record, class Parent, class Value>
+static void SetInRecord(std::unique_ptr<Record>& record, Parent* parent, void (Record::*set)(Value const&),
+                        Value const& value)
+{
+    bool const missing = !record;
+    try {
+        (Ensure(record, parent).*set)(value);
+    } catch (...) {
+        if (missing) record.reset();
+        throw;
+    }
+}
+
+/// Replaces a record, announced here. One that is missing is made when nothing but the observer can fail any more.
+template <class Record, class Parent>
+static void MakeAndSet(std::unique_ptr<Record>& record, Parent* parent,
+                       void (EInterfaceTableHooks::*setting)(Record const&, Record const&), Record const& contents)
+{
+    Record replacement(contents);
+    NotifyAndSwap(Ensure(record, parent), setting, std::move(replacement));
+}
+
 EInterfaceItem::EInterfaceItem() : m_ipv6(this)
 {
     AdoptRecords();
@@ -309,7 +332,7 @@ void EInterfaceItem::SetMacAddress(EMACAddress const& mac)
 
 void EInterfaceItem::SetVLANItem(EVLANIPAddressTableItemProperties const& vlans)
 {
-    Ensure(m_ethernet, this).SetVLANItem(vlans);
+    SetInRecord(m_ethernet, this, &EInterfaceData_Ethernet::SetVLANItem, vlans);
 }
 
 void EInterfaceItem::SetMTU(unsigned int bytes)
@@ -419,7 +442,7 @@ unsigned int EInterfaceItem::GetGreOutKey() const
 
 void EInterfaceItem::SetGreSourceIp(EComponentId const& interface)
 {
-    Ensure(m_gre, this).SetSourceIp(interface);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetSourceIp, interface);
 }
 
 void EInterfaceItem::SetGreDestIp(EIPAddress const& address)
@@ -459,7 +482,7 @@ EComponentId const& EInterfaceItem::GetConnectedViaId() const
 
 void EInterfaceItem::SetConnectedViaId(EComponentId const& interface)
 {
-    Ensure(m_routed, this).SetConnectedViaId(interface);
+    SetInRecord(m_routed, this, &EInterfaceData_Routed::SetConnectedViaId, interface);
 }
 
 // Protocol switches
@@ -547,23 +570,32 @@ ELLDPConfig& EInterfaceItem::GetLLDPConfig()
 
 void EInterfaceItem::SetNPIVConfig(ENPIVConfig const& config)
 {
-    Ensure(m_npiv, this) = config;
+    if (m_npiv)
+        *m_npiv = config;
+    else
+        MakeAndSet(m_npiv, this, &EInterfaceTableHooks::SettingNPIVConfig, config);
 }
 
 void EInterfaceItem::SetPTPConfig(EPTPConfig const& config)
 {
-    Ensure(m_ptp, this) = config;
+    if (m_ptp)
+        *m_ptp = config;
+    else
+        MakeAndSet(m_ptp, this, &EInterfaceTableHooks::SettingPTPConfig, config);
 }
 
 void EInterfaceItem::SetDCBXConfig(EDCBXConfig const& config)
 {
-    Ensure(m_dcbx, this) = config;
+    if (m_dcbx)
+        *m_dcbx = config;
+    else
+        MakeAndSet(m_dcbx, this, &EInterfaceTableHooks::SettingDCBXConfig, config);
 }
 
 void EInterfaceItem::SetLLDPConfig(ELLDPConfig const& config)
 {
     // Announced here, since this record's own assignment is silent.
-    NotifyAndSwap(Ensure(m_lldp, this), &EInterfaceTableHooks::SettingLLDPConfig, ELLDPConfig(config));
+    MakeAndSet(m_lldp, this, &EInterfaceTableHooks::SettingLLDPConfig, config);
 }
 
 ENPIVConfig const& EInterfaceItem::NPIVOrDefault() const

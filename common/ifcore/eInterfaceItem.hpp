@@ -37,7 +37,8 @@ using EIPv6AddressItemList = EUniqueIDMap<EIPv6AddressItem, EInterfaceItem const
 
 /// One interface of a port: a row of EInterfaceTable, or free-standing without a parent.
 /// Owns its address and protocol records; those that are created on demand appear with the first setter that needs
-/// them. Every setter announces first and then stores, unless it says otherwise.
+/// them. Every setter announces first and then stores, unless it says otherwise; when it throws, the value is the old
+/// one, and only a record that an observer was given may have been created.
 class IFCORE_API EInterfaceItem {
 public:
     EInterfaceItem();
@@ -91,7 +92,7 @@ public:
     EIPv6AddressItem const* FindIPv6AddressItem(EIPAddress const& address) const; ///< Null without one.
     EIPv6AddressItem* FindIPv6AddressItem(EIPAddress const& address);
     /// Stores first and then announces the stored record, which knows its id and parent by then. 0, with nothing added,
-    /// when the ids are used up.
+    /// when the ids are used up. An exception is answered as by EInterfaceTable::AddInterfaceItem.
     unsigned int AddIPv6AddressItem(EIPv6AddressItem const& item);
     /// Replaces the item, which keeps its id and parent; announced by the record. False without one of that id.
     bool SetIPv6AddressItem(unsigned int id, EIPv6AddressItem const& item);

@@ -22,6 +22,9 @@ using EInterfaceItemList = EUniqueIDMap<EInterfaceItem, EInterfaceTable const*>;
 
 /// The interfaces of one port and the port's protocol settings: the root of the component-id tree, the holder of the
 /// observer, and the receiver of host commands. Threads may read one that nobody changes; the host serialises the rest.
+///
+/// A change that throws, `std::bad_alloc` for want of memory or what an observer throws, was not made, unless the
+/// operation says otherwise: what can fail is done before the change is announced, and nothing fails behind that.
 class IFCORE_API EInterfaceTable : public EInterfaceItemList {
 public:
     /// The ATM VPI mask mode of a port. The values are the host's; any is legal to hold.
@@ -95,7 +98,8 @@ public:
     EInterfaceItem const* GetInterfaceItem(unsigned int id) const { return GetItem(id); }
     EInterfaceItem* GetInterfaceItem(unsigned int id) { return GetItem(id); }
     /// Stores first and then announces the stored item, which knows its id and parent by then. 0, with nothing added,
-    /// when the ids are used up.
+    /// when the ids are used up. Nothing is added either, and no id used up, when memory fails; but when an observer
+    /// throws, the item stays.
     unsigned int AddInterfaceItem(EInterfaceItem const& item);
     bool SetInterfaceItem(unsigned int id, EInterfaceItem const& item); ///< False without one of that id.
     bool RemoveInterfaceItem(unsigned int id); ///< Announced while it is still there; false when it is not.
@@ -208,7 +212,9 @@ public:
     /// \name Host commands
     /// False: the target was not found or did not accept the command, and nothing was changed; but an edit that goes
     /// through an interface into a record created on demand creates it, accepted or not. EArchiveError of the host: the
-    /// data end too early or do not fit, and the target is as it was.
+    /// data end too early or do not fit, and the target is as it was. `std::bad_alloc`, or what an observer throws: the
+    /// same, with \p added untouched; but a removal stops at the leaf that an observer refuses, the item that an
+    /// observer throws at when it is added stays, and an edit as above may leave the record created.
     ///@{
     /// \p added, when not null, receives the path of the list that the new record went into; untouched by other
     /// actions.
@@ -228,6 +234,7 @@ public:
 
     void SerializeOut(EArchive& archive) const override;
     /// Empties first; the port id stays when the archive is older than version 13. An unknown version ends the process.
+    /// After an exception the table holds what was read before it, whole and with its parents.
     void SerializeIn(EArchive& archive) override;
 
 private:

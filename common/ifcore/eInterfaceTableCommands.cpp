@@ -6,6 +6,8 @@
 #include "eSingleCommand.hpp"
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -36,13 +38,16 @@ template <class Item> std::unique_ptr<Item> ReadItem(ESingleCommand const& comma
     return item;
 }
 
-/// The path of a list of the parent's.
-template <class Parent> EComponentId ListId(Parent const& parent, unsigned int listSubId)
+/// Whether the path is that of the parent's list. Told without making the list's own path, which takes memory.
+bool IsListOf(EInterfaceTable const& table, EComponentId const& id)
 {
-    EComponentId id;
-    parent.GetID(id);
-    id += listSubId;
-    return id;
+    return id.GetIdSize() == 2 && id[0] == table.GetPortId() && id[1] == kListSubId;
+}
+
+bool IsListOf(EInterfaceItem const& item, EComponentId const& id)
+{
+    return item.GetParent() && id.GetIdSize() == 4 && id[0] == item.GetParent()->GetPortId() && id[1] == kListSubId &&
+           id[2] == item.GetLocalId() && id[3] == kListSubId;
 }
 
 bool HasItem(EInterfaceTable const& table, unsigned int id)
@@ -57,28 +62,31 @@ bool HasItem(EInterfaceItem const& item, unsigned int id)
 
 /// Replaces the item of the first leaf; further leaves are ignored on purpose. Nothing is read without a target.
 template <class Parent, class Item>
-bool DoSet(Parent* parent, unsigned int listSubId, ESingleCommand const& command,
-           bool (Parent::*set)(unsigned int, Item const&), EFactory<Item> const& factory)
+bool DoSet(Parent* parent, ESingleCommand const& command, bool (Parent::*set)(unsigned int, Item const&),
+           EFactory<Item> const& factory)
 {
-    if (!parent || command.GetId().GetId() != ListId(*parent, listSubId)) return false;
+    if (!parent || !IsListOf(*parent, command.GetId().GetId())) return false;
     std::vector<unsigned int> const& leaves = command.GetId().GetLeaves();
     if (leaves.empty() || !HasItem(*parent, leaves.front())) return false;
     return (parent->*set)(leaves.front(), *ReadItem(command, factory));
 }
 
-/// Adds one item; \p added becomes the list's path with the new id as leaf.
+/// Adds one item and returns its id; 0 when the list is not the command's target or its ids are used up.
 template <class Parent, class Item>
-bool DoAdd(Parent* parent, unsigned int listSubId, ESingleCommand const& command, EMultiComponentId& added,
-           unsigned int (Parent::*add)(Item const&), EFactory<Item> const& factory)
+unsigned int DoAdd(Parent* parent, ESingleCommand const& command, unsigned int (Parent::*add)(Item const&),
+                   EFactory<Item> const& factory)
 {
-    if (!parent) return false;
-    EComponentId const list = ListId(*parent, listSubId);
-    if (command.GetId().GetId() != list) return false;
-    unsigned int const id = (parent->*add)(*ReadItem(command, factory));
-    if (id == 0) return false; // the ids are used up
-    added.SetId(list);
-    added.SetLeaves({id});
-    return true;
+    if (!parent || !IsListOf(*parent, command.GetId().GetId())) return 0;
+    return (parent->*add)(*ReadItem(command, factory));
+}
+
+unsigned int AddToItsList(EInterfaceTable& table, ESingleCommand const& command)
+{
+    unsigned int const id =
+        DoAdd(&table, command, &EInterfaceTable::AddInterfaceItem, EDefaultFactory<EInterfaceItem>::Shared());
+    if (id != 0) return id;
+    return DoAdd(table.GetInterfaceItem(command.GetId().GetId(), EComponentId::MATCH_PREFIX), command,
+                 &EInterfaceItem::AddIPv6AddressItem, EDefaultFactory<EIPv6AddressItem>::Shared());
 }
 
 /// A record under a fixed leaf of an interface, replaced whole.
@@ -119,11 +127,9 @@ template <class Record> bool OfferEdit(Record* record, std::vector<unsigned int>
 
 bool EInterfaceTable::ExecuteCommand(ESingleCommand const& command, EComponentId* added)
 {
-    EMultiComponentId list;
-    if (!ExecuteCommand(command, &list)) return false;
     // Only the path of the list, on purpose: the new id is in the other form's leaf.
-    if (added && command.GetAction() == ACTION_ADD) list.GetId(*added);
-    return true;
+    if (added && command.GetAction() == ACTION_ADD) return DoAddCommand(command, *added);
+    return ExecuteCommand(command, static_cast<EMultiComponentId*>(nullptr));
 }
 
 bool EInterfaceTable::ExecuteCommand(ESingleCommand const& command, EMultiComponentId* added)
@@ -140,10 +146,7 @@ bool EInterfaceTable::ExecuteCommand(ESingleCommand const& command, EMultiCompon
     case ACTION_SET: return DoSetCommand(command);
     case ACTION_ENABLE:
     case ACTION_DISABLE: return DoEnableCommand(command);
-    case ACTION_ADD: {
-        EMultiComponentId unwanted;
-        return DoAddCommand(command, added ? *added : unwanted);
-    }
+    case ACTION_ADD: return added ? DoAddCommand(command, *added) : AddToItsList(*this, command) != 0;
     case ACTION_REMOVE: return DoRemoveCommand(command);
     case ACTION_EDIT: return DoEditCommand(command);
     default: return false;
@@ -173,10 +176,10 @@ bool EInterfaceTable::ExecuteTopLevelCommand(ESingleCommand const& command)
 bool EInterfaceTable::DoSetCommand(ESingleCommand const& command)
 {
     EComponentId const& id = command.GetId().GetId();
-    if (DoSet<EInterfaceTable, EInterfaceItem>(this, kListSubId, command, &EInterfaceTable::SetInterfaceItem,
+    if (DoSet<EInterfaceTable, EInterfaceItem>(this, command, &EInterfaceTable::SetInterfaceItem,
                                                EDefaultFactory<EInterfaceItem>::Shared()))
         return true;
-    if (DoSet<EInterfaceItem, EIPv6AddressItem>(GetInterfaceItem(id, EComponentId::MATCH_PREFIX), kListSubId, command,
+    if (DoSet<EInterfaceItem, EIPv6AddressItem>(GetInterfaceItem(id, EComponentId::MATCH_PREFIX), command,
                                                 &EInterfaceItem::SetIPv6AddressItem,
                                                 EDefaultFactory<EIPv6AddressItem>::Shared()))
         return true;
@@ -200,32 +203,35 @@ bool EInterfaceTable::DoEnableCommand(ESingleCommand const& command)
 
 bool EInterfaceTable::DoAddCommand(ESingleCommand const& command, EComponentId& added)
 {
-    EMultiComponentId list;
-    if (!DoAddCommand(command, list)) return false;
-    list.GetId(added);
+    EComponentId list(command.GetId().GetId()); // before the item is stored: what comes behind cannot fail
+    if (AddToItsList(*this, command) == 0) return false;
+    added = std::move(list);
     return true;
 }
 
 bool EInterfaceTable::DoAddCommand(ESingleCommand const& command, EMultiComponentId& added)
 {
-    EComponentId const& id = command.GetId().GetId();
-    return DoAdd<EInterfaceTable, EInterfaceItem>(this, kListSubId, command, added, &EInterfaceTable::AddInterfaceItem,
-                                                  EDefaultFactory<EInterfaceItem>::Shared()) ||
-           DoAdd<EInterfaceItem, EIPv6AddressItem>(GetInterfaceItem(id, EComponentId::MATCH_PREFIX), kListSubId,
-                                                   command, added, &EInterfaceItem::AddIPv6AddressItem,
-                                                   EDefaultFactory<EIPv6AddressItem>::Shared());
+    // Made before the item is stored, with a leaf to be overwritten: what comes behind cannot fail.
+    EMultiComponentId list(command.GetId().GetId());
+    std::vector<unsigned int> leaf(1);
+    list.SetLeaves(leaf);
+    leaf[0] = AddToItsList(*this, command);
+    if (leaf[0] == 0) return false;
+    list.SetLeaves(leaf);
+    added = std::move(list);
+    return true;
 }
 
 bool EInterfaceTable::DoRemoveCommand(ESingleCommand const& command)
 {
     EComponentId const& id = command.GetId().GetId();
     bool removed = false;
-    if (id == ListId(*this, kListSubId)) {
+    if (IsListOf(*this, id)) {
         for (unsigned int const leaf : command.GetId().GetLeaves()) removed |= RemoveInterfaceItem(leaf);
         return removed;
     }
     EInterfaceItem* const item = GetInterfaceItem(id, EComponentId::MATCH_PREFIX);
-    if (!item || id != ListId(*item, kListSubId)) return false;
+    if (!item || !IsListOf(*item, id)) return false;
     for (unsigned int const leaf : command.GetId().GetLeaves()) removed |= item->RemoveIPv6AddressItem(leaf);
     return removed;
 }

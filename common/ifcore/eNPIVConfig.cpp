@@ -80,9 +80,10 @@ void ENPIVConfig::SetDestNodeId(unsigned int id)
 
 void ENPIVConfig::SetConnectedViaId(EComponentId const& interface)
 {
+    EComponentId next(interface);
     // On purpose: the observer is given the interface, not the record.
-    if (m_parent) GetHooks().SettingNPIVConnectedViaId(*m_parent, interface);
-    m_values.connectedViaId = interface;
+    if (m_parent) GetHooks().SettingNPIVConnectedViaId(*m_parent, next);
+    m_values.connectedViaId = std::move(next);
 }
 
 void ENPIVConfig::SetNSRegOption(ENSRegOption const& option)

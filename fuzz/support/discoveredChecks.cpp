@@ -2,8 +2,7 @@
 
 #include "archives.hpp"
 #include "require.hpp"
-
-#include "eComponentId.hpp"
+#include "tableRules.hpp"
 
 #include <map>
 #include <string>
@@ -37,41 +36,15 @@ template <class List, class Visit> void ForEach(List const& list, Visit visit)
         visit(position->first, *list.GetItem(position));
 }
 
-template <class Record> void CheckRecord(Record const& record, EDiscoveredInfo const& info)
+/// On purpose a look-up may find nobody, or somebody else.
+void CheckFindsNeighbors(EDiscoveredInfo const& info, EDiscoveredNeighbor const& neighbor)
 {
-    Require(record.GetParent() == &info, "a record's parent is its owner");
-}
-
-void CheckNeighbor(EDiscoveredTable const& table, EDiscoveredInfo const& info, EDiscoveredNeighbor const& neighbor)
-{
-    CheckRecord(neighbor, info);
-    EComponentId id;
-    neighbor.GetComponentId(id);
-    Require(table.GetNeighbor(id) == &neighbor, "a neighbour is found under its component id");
-    // On purpose a look-up may find nobody, or somebody else.
     EDiscoveredNeighbor const* const byMac = info.FindNeighborByMAC(neighbor.GetMac());
     Require(!byMac || info.GetNeighbor(byMac->GetLocalId()) == byMac, "what is found by a MAC is a neighbour");
     for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address) {
         EDiscoveredNeighbor const* const found = info.FindNeighborByIP(*address);
         Require(!found || info.GetNeighbor(found->GetLocalId()) == found, "what is found by an address is a neighbour");
     }
-}
-
-void CheckInfo(EDiscoveredTable const& table, EDiscoveredInfo const& info)
-{
-    Require(info.GetParent() == &table, "an info's parent is its table");
-    EComponentId id;
-    info.GetComponentId(id);
-    Require(table.GetInfo(id) == &info, "an info is found under its component id");
-    CheckRecord(info.GetDHCPInfo(), info);
-    CheckRecord(info.GetDHCPv6Info(), info);
-    CheckRecord(info.GetFCoEInfo(), info);
-    CheckRecord(info.GetPTPInfo(), info);
-    CheckRecord(info.GetDCBXInfo(), info);
-    ForEach(info.GetNeighbors(), [&](unsigned int key, EDiscoveredNeighbor const& neighbor) {
-        Require(neighbor.GetLocalId() == key, "a neighbour knows the id it is kept under");
-        CheckNeighbor(table, info, neighbor);
-    });
 }
 
 /// Each of the infos' own addresses is found in the first info that has it.
@@ -132,9 +105,11 @@ void CheckIndexes(EDiscoveredInfo const& info)
 
 void CheckTable(EDiscoveredTable const& table)
 {
-    ForEach(table.GetInfos(), [&](unsigned int key, EDiscoveredInfo const& info) {
-        Require(info.GetLocalId() == key, "an info knows the id it is kept under");
-        CheckInfo(table, info);
+    char const* const broken = BrokenRule(table);
+    Require(!broken, broken);
+    ForEach(table.GetInfos(), [](unsigned int, EDiscoveredInfo const& info) {
+        ForEach(info.GetNeighbors(),
+                [&](unsigned int, EDiscoveredNeighbor const& neighbor) { CheckFindsNeighbors(info, neighbor); });
     });
     CheckLookups(table);
     CheckDefaultMAC(table);

@@ -5,8 +5,8 @@
 /// Adds the infos 5, with two neighbours of which the first is the default, and 7 without any.
 void FillWithTwoInfos(EDiscoveredTable& table);
 
-/// Aborts the process unless every record of the table names its owner as parent, is found under its id and its
-/// component id, looking for addresses and for a default MAC gives the same as a scan, and a copy writes the same.
+/// Aborts the process when a rule of tests/support/tableRules.hpp is broken, when looking for addresses or for a
+/// default MAC does not give what a scan gives, or when a copy writes other bytes.
 void CheckTable(EDiscoveredTable const& table);
 
 /// The same of a table that was read and not changed since: the look-ups of the neighbours name the last one.

@@ -61,14 +61,17 @@ unsigned int EUniqueIDMapImplBase::AddOwnedItem(void* item)
 {
     OwnedItem owned(*this, item);
     if (!item) return 0;
-    EUniqueIDGenerator generator(m_generator); // an id that is not stored is not used up
-    unsigned int id = generator.Next();
-    while (id != 0 && IsInUse(id)) id = generator.Next();
-    if (id != 0) {
-        SetLocalId(item, id);
+    EUniqueIDGenerator const before(m_generator);
+    unsigned int id = m_generator.Next();
+    while (id != 0 && IsInUse(id)) id = m_generator.Next();
+    if (id == 0) return 0;
+    SetLocalId(item, id);
+    try {
         Store(id, owned);
+    } catch (std::bad_alloc const&) {
+        m_generator = before; // no id is used up for want of memory
+        throw;
     }
-    m_generator = generator;
     return id;
 }
 

@@ -120,8 +120,8 @@ private:
 /// parent into the item, hands out new ids itself (from 1 upwards, never one that was in use before) and archives
 /// itself: generator, count, items. An item added under an id in use destroys the old one and takes its place.
 /// Iterators at the end, unknown ids and empty slots are answered with null, 0, false or nothing.
-/// An exception, of an item or for want of memory, leaves the list as it was, its generator too; reading alone keeps
-/// what was read before. Swap and RemoveItem throw none.
+/// An exception leaves the items as they were, and one for want of memory the generator too; reading alone keeps what
+/// was read before. Swap and RemoveItem throw none.
 /// The slot order of the virtual operations is part of the binary interface.
 template <class Item, class Parent> class IFCORE_API EUniqueIDMap {
 public:

@@ -39,7 +39,7 @@ public:
 
     /// Takes \p item over under a new id, and tells it id and parent. Ids in use are passed over.
     /// Returns the id; 0, with the item destroyed, when the ids are used up. An exception destroys the item and leaves
-    /// the container as it was, the generator too.
+    /// the others as they were; for want of memory no id is used up either.
     unsigned int AddOwnedItem(void* item);
     /// The same under \p id, whatever it is; an item that is there already is destroyed and replaced. New ids will be
     /// greater than \p id.

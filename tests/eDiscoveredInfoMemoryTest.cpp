@@ -94,6 +94,23 @@ TEST(EDiscoveredInfoMemory, SetNeighborReplacesTheNeighborInTheIndexesOrLeavesIt
                        });
 }
 
+TEST(EDiscoveredInfoMemory, ANeighborIsAddedToTheInfoAndTheIndexesOrToNeither)
+{
+    EDiscoveredNeighbor const added = NeighborOf(kNewMac, kNewAddress);
+    FailEachAllocation([&](Fixture& f) { f.info->AddNeighbor(added); },
+                       [](Fixture& f, bool done) {
+                           EXPECT_EQ(done ? 2U : 1U, f.info->GetNeighbors().size());
+                           EDiscoveredNeighbor const* const stored = f.info->GetNeighbor(f.id + 1);
+                           EXPECT_EQ(done, stored != nullptr);
+                           EXPECT_EQ(stored, f.info->FindNeighborByMAC(EMACAddress(kNewMac)));
+                           EXPECT_EQ(stored, f.info->FindNeighborByIP(EIPAddress(kNewAddress)));
+                           EXPECT_TRUE(f.FindsByMac(kOldMac));
+                           EXPECT_TRUE(f.FindsByIp(kOldAddress));
+                           f.info->RemoveNeighbor(f.id); // the default MAC: the other's, or none
+                           EXPECT_EQ(done, f.table.HasDefaultMAC());
+                       });
+}
+
 TEST(EDiscoveredInfoMemory, AnAddressIsAddedToTheNeighborAndTheIndexOrToNeither)
 {
     EIPAddress const added(kNewAddress);
@@ -103,6 +120,48 @@ TEST(EDiscoveredInfoMemory, AnAddressIsAddedToTheNeighborAndTheIndexOrToNeither)
                            EXPECT_EQ(done, f.FindsByIp(kNewAddress));
                            EXPECT_TRUE(f.FindsByIp(kOldAddress));
                        });
+}
+
+TEST(EDiscoveredInfoMemory, TheLowestAddressedNeighborIsFoundThoughMemoryFailedForWhatIsKnownOfIt)
+{
+    FailEachAllocation(
+        [](Fixture& f) {
+            f.Neighbor().RemoveAddress(EIPAddress(kOldAddress));
+            EDiscoveredNeighbor addressed = NeighborOf(kNewMac, kNewAddress);
+            f.Neighbor().Swap(addressed);
+        },
+        [](Fixture& f, bool) {
+            f.table.FindDefaultMAC();
+            EXPECT_EQ(f.Neighbor().GetAddressCount() != 0, f.table.HasDefaultMAC());
+            EDiscoveredTable other;
+            other.Swap(f.table);
+            other.FindDefaultMAC();
+            EXPECT_EQ(other.GetInfo(1)->GetNeighbor(f.id)->GetAddressCount() != 0, other.HasDefaultMAC());
+        });
+}
+
+TEST(EDiscoveredInfoMemory, AnOwnAddressIsAddedToALongListOrNotAndTheOthersStay)
+{
+    unsigned int const count = 100; // enough that the list is indexed
+    auto const address = [](unsigned int i) { return EIPAddress("10.0.1." + std::to_string(i)); };
+    FailEachAllocation(
+        [&](Fixture& f) {
+            f.info->AddAddress(EIPAddress("10.0.0.1"));
+            for (unsigned int i = 1; i <= count; ++i) f.info->AddAddress(address(i));
+            for (unsigned int i = 1; i <= count; i += 3) f.info->RemoveAddress(address(i));
+            f.info->AddAddress(EIPAddress("10.0.0.2"));
+        },
+        [&](Fixture& f, bool done) {
+            unsigned int const there = f.info->GetAddressCount();
+            EXPECT_TRUE(!done || there == count + 2 - 34);
+            std::vector<EIPAddress> seen;
+            for (unsigned int i = 0; i < there; ++i) {
+                seen.push_back(*f.info->GetAddressAt(i));
+                EXPECT_TRUE(f.info->HasAddress(seen.back()));
+            }
+            for (EIPAddress const& one : seen) f.info->RemoveAddress(one);
+            EXPECT_EQ(0U, f.info->GetAddressCount());
+        });
 }
 
 TEST(EDiscoveredChangeWriterMemory, AStreamThatCouldNotBeWrittenIsRefusedOnceAndBeginsAnew)

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 using Calls = std::vector<std::string>;
@@ -385,6 +386,26 @@ TEST(EDiscoveredInfo, AddNeighborTellsOfTheStoredCopyBeforeItIsIndexed)
     EXPECT_EQ(1U, ByIp(in.info, "10.0.0.1"));
     EXPECT_TRUE(in.table.HasDefaultMAC());
     ExpectAdopted(in.info);
+}
+
+TEST(EDiscoveredInfo, WhenAnObserverThrowsTheNeighborIsNotAdded)
+{
+    RecordedInfo in;
+    in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"}));
+    in.info.AddNeighbor(Neighbor(kMacs[1])); // without an address, so that the default MAC cannot move to it
+    in.recorder->whenCalled = [&] {
+        in.table.SetDefaultMAC(5, 3, EMACAddress());
+        throw std::runtime_error("refused");
+    };
+    EXPECT_THROW(in.info.AddNeighbor(Neighbor(kMacs[2], {"10.0.0.3"})), std::runtime_error);
+    in.recorder->whenCalled = nullptr;
+    EXPECT_EQ("5 down [1 02:00:00:00:00:01 router 10.0.0.1] [2 02:00:00:00:00:02 router]", TextOf(in.info));
+    EXPECT_EQ(0U, ByMac(in.info, kMacs[2]));
+    EXPECT_EQ(0U, ByIp(in.info, "10.0.0.3"));
+    EXPECT_EQ(1U, in.table.GetDefaultMACNbrId());
+    in.info.RemoveNeighbor(1);
+    EXPECT_FALSE(in.table.HasDefaultMAC());
+    EXPECT_EQ(4U, in.info.AddNeighbor(Neighbor(kMacs[2]))); // ids that were announced are never used again
 }
 
 TEST(EDiscoveredInfo, NeighborIdsAscendAndAreNeverUsedAgain)

@@ -18,6 +18,7 @@ EDiscoveredInfo::EDiscoveredInfo(EDiscoveredInfo const& other)
       m_ptp(other.m_ptp), m_dcbx(other.m_dcbx)
 {
     AdoptRecords();
+    KeepNeighborsAnew();
 }
 
 void EDiscoveredInfo::AdoptRecords()
@@ -43,10 +44,15 @@ void EDiscoveredInfo::Swap(EDiscoveredInfo& other)
 {
     std::swap(m_localId, other.m_localId); // on purpose: a container gives its items their ids back
     std::swap(m_interfaceUp, other.m_interfaceUp);
-    m_addresses.swap(other.m_addresses);
-    m_neighborsByMac.swap(other.m_neighborsByMac);
-    m_neighborsByIp.swap(other.m_neighborsByIp);
+    std::swap(m_addresses, other.m_addresses);
+    std::swap(m_neighborsByMac, other.m_neighborsByMac);
+    std::swap(m_neighborsByIp, other.m_neighborsByIp);
     m_neighbors.Swap(other.m_neighbors);
+    std::swap(m_addressed, other.m_addressed);
+    for (EDiscoveredInfo* const info : {this, &other}) {
+        info->KeepNeighbors();
+        info->TellOfAddresses();
+    }
     m_dhcp.Swap(other.m_dhcp);
     m_dhcpv6.Swap(other.m_dhcpv6);
     m_fcoe.Swap(other.m_fcoe);
@@ -75,74 +81,73 @@ void EDiscoveredInfo::SetInterfaceUp(bool up)
 
 EIPAddress const* EDiscoveredInfo::GetAddressAt(unsigned int position) const
 {
-    return ElementAt(m_addresses, position);
+    return ElementAt(m_addresses.Get(), position);
 }
 
 bool EDiscoveredInfo::HasAddress(EIPAddress const& address) const
 {
-    return Contains(m_addresses, address);
+    return m_addresses.Has(address);
 }
 
 void EDiscoveredInfo::AddAddress(EIPAddress const& address)
 {
+    m_addresses.IndexIfLong();
     if (HasAddress(address)) return;
     EIPAddress const added(address);
-    MakeRoomForOne(m_addresses);
+    m_addresses.MakeRoomForOne();
     GetHooks().AddingAddress(*this, added);
-    m_addresses.push_back(added);
+    m_addresses.Add(added);
 }
 
 void EDiscoveredInfo::RemoveAddress(EIPAddress const& address)
 {
+    m_addresses.IndexIfLong();
     if (!HasAddress(address)) return;
     EIPAddress const removed(address); // it may be the one that goes
     GetHooks().RemovingAddress(*this, removed);
-    RemoveFirst(m_addresses, removed);
+    m_addresses.RemoveFirst(removed);
 }
 
 // ---- Neighbours -----------------------------------------------------------------------------------------------------
 
 /// Entries of the two indexes of an info, made before they are needed or taken out: putting them in cannot fail.
 struct EDiscoveredInfo::Entries {
-    Index byMac;
-    Index byIp;
+    MacIndex::Entries byMac;
+    IpIndex::Entries byIp;
 
     /// Those that name a neighbour of this content by this id.
     Entries(EDiscoveredNeighbor const& neighbor, unsigned int id)
     {
-        byMac[neighbor.GetMac().GetAsString()] = id;
+        byMac[EDiscoveredMacKey(neighbor.GetMac())] = id;
         for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
-            byIp[address->GetAsString()] = id;
+            byIp[EDiscoveredIpKey(*address)] = id;
     }
 };
 
-/// What is there under the same text is overwritten: the last neighbour wins.
-void EDiscoveredInfo::PutInto(Index& index, Index& entries)
+/// What is there under the same MAC or address is overwritten: the last neighbour wins.
+void EDiscoveredInfo::PutIn(Entries& entries)
 {
-    while (!entries.empty()) {
-        auto put = index.insert(entries.extract(entries.begin()));
-        if (!put.inserted) put.position->second = put.node.mapped();
-    }
+    m_neighborsByMac.Put(entries.byMac);
+    m_neighborsByIp.Put(entries.byIp);
 }
 
 void EDiscoveredInfo::AddNeighborToMap(EDiscoveredNeighbor const* neighbor)
 {
     if (!neighbor) return;
     Entries entries(*neighbor, neighbor->GetLocalId());
-    PutInto(m_neighborsByMac, entries.byMac);
-    PutInto(m_neighborsByIp, entries.byIp);
+    PutIn(entries);
 }
 
-/// On purpose by the texts alone: entries that name another neighbour by now go too.
+/// On purpose by the MAC and the addresses alone: entries that name another neighbour by now go too.
 EDiscoveredInfo::Entries EDiscoveredInfo::TakenOut(EDiscoveredNeighbor const& neighbor)
 {
-    Entries taken(neighbor, 0); // for its texts
-    auto const takeOut = [](Index& index, Index& texts) {
-        for (auto text = texts.begin(); text != texts.end();) {
-            auto const here = text++;
-            auto node = index.extract(here->first);
-            texts.erase(here);
-            if (node) texts.insert(std::move(node));
+    Entries taken(neighbor, 0); // for its keys
+    auto const takeOut = [](auto& index, auto& keys) {
+        for (auto key = keys.begin(); key != keys.end();) {
+            auto const here = key++;
+            auto node = index.Take(here->first);
+            keys.erase(here);
+            if (node) keys.insert(std::move(node));
         }
     };
     takeOut(m_neighborsByMac, taken.byMac);
@@ -155,22 +160,31 @@ void EDiscoveredInfo::CleanNeighborMap(EDiscoveredNeighbor const* neighbor)
     if (neighbor) TakenOut(*neighbor);
 }
 
+static bool IsDefaultMAC(EDiscoveredTable const* table, unsigned int interfaceId, unsigned int neighborId)
+{
+    return table && table->GetDefaultMACIfId() == interfaceId && table->GetDefaultMACNbrId() == neighborId;
+}
+
 unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
 {
     unsigned int const id = m_neighbors.AddItem(neighbor);
     if (id == 0) return 0; // the ids are used up; one that an archive brought may have 0
-    if (EDiscoveredNeighbor const* const stored = GetNeighbor(id)) {
+    EDiscoveredNeighbor* const stored = GetNeighbor(id);
+    if (!stored) return id;
+    Keep(id, *stored);
+    stored->TellOfAddresses();
+    try {
         GetHooks().AddingNeighbor(*stored);
         AddNeighborToMap(stored);
-        if (m_parent && !m_parent->HasDefaultMAC())
-            Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac()); // on purpose without an address too
+    } catch (...) { // what is not indexed is not there
+        m_neighbors.RemoveItem(id);
+        SetHasAddress(id, false);
+        if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).FindDefaultMAC();
+        throw;
     }
+    if (m_parent && !m_parent->HasDefaultMAC())
+        Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac()); // on purpose without an address too
     return id;
-}
-
-static bool IsDefaultMAC(EDiscoveredTable const* table, unsigned int interfaceId, unsigned int neighborId)
-{
-    return table && table->GetDefaultMACIfId() == interfaceId && table->GetDefaultMACNbrId() == neighborId;
 }
 
 void EDiscoveredInfo::SetNeighbor(unsigned int id, EDiscoveredNeighbor const& neighbor)
@@ -182,12 +196,10 @@ void EDiscoveredInfo::SetNeighbor(unsigned int id, EDiscoveredNeighbor const& ne
     try {
         m_neighbors.SetItem(id, neighbor);
     } catch (...) { // the neighbour is what it was
-        PutInto(m_neighborsByMac, replaced.byMac);
-        PutInto(m_neighborsByIp, replaced.byIp);
+        PutIn(replaced);
         throw;
     }
-    PutInto(m_neighborsByMac, entries.byMac);
-    PutInto(m_neighborsByIp, entries.byIp);
+    PutIn(entries);
     if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac());
 }
 
@@ -198,34 +210,78 @@ void EDiscoveredInfo::RemoveNeighbor(unsigned int id)
         CleanNeighborMap(neighbor);
     }
     m_neighbors.RemoveItem(id);
+    SetHasAddress(id, false);
     if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).FindDefaultMAC();
 }
 
-/// The neighbour that an index names under this text; null when there is none, or none of that id any more.
-template <class Info, class Index> static auto FindNeighbor(Info& info, Index const& index, std::string const& text)
+/// The neighbour that an index names under this key; null when there is none, or none of that id any more.
+template <class Info, class Key>
+static auto FindNeighbor(Info& info, EDiscoveredIndex<Key> const& index, Key const& key)
 {
-    auto const found = index.find(text);
-    return found == index.end() ? nullptr : info.GetNeighbor(found->second);
+    unsigned int const* const id = index.Find(key);
+    return id ? info.GetNeighbor(*id) : nullptr;
 }
 
 EDiscoveredNeighbor const* EDiscoveredInfo::FindNeighborByMAC(EMACAddress const& mac) const
 {
-    return FindNeighbor(*this, m_neighborsByMac, mac.GetAsString());
+    return FindNeighbor(*this, m_neighborsByMac, EDiscoveredMacKey(mac));
 }
 
 EDiscoveredNeighbor* EDiscoveredInfo::FindNeighborByMAC(EMACAddress const& mac)
 {
-    return FindNeighbor(*this, m_neighborsByMac, mac.GetAsString());
+    return FindNeighbor(*this, m_neighborsByMac, EDiscoveredMacKey(mac));
 }
 
 EDiscoveredNeighbor const* EDiscoveredInfo::FindNeighborByIP(EIPAddress const& address) const
 {
-    return FindNeighbor(*this, m_neighborsByIp, address.GetAsString());
+    return FindNeighbor(*this, m_neighborsByIp, EDiscoveredIpKey(address));
 }
 
 EDiscoveredNeighbor* EDiscoveredInfo::FindNeighborByIP(EIPAddress const& address)
 {
-    return FindNeighbor(*this, m_neighborsByIp, address.GetAsString());
+    return FindNeighbor(*this, m_neighborsByIp, EDiscoveredIpKey(address));
+}
+
+// ---- Which neighbours have addresses --------------------------------------------------------------------------------
+
+void EDiscoveredInfo::Keep(unsigned int id, EDiscoveredNeighbor& neighbor) noexcept
+{
+    neighbor.m_place = {this, id};
+}
+
+void EDiscoveredInfo::KeepNeighbors() noexcept
+{
+    for (auto position = m_neighbors.begin(); position != m_neighbors.end(); ++position)
+        if (EDiscoveredNeighbor* const neighbor = m_neighbors.GetItem(position)) Keep(position->first, *neighbor);
+}
+
+void EDiscoveredInfo::KeepNeighborsAnew() noexcept
+{
+    m_addressed.Clear();
+    for (auto position = m_neighbors.begin(); position != m_neighbors.end(); ++position) {
+        EDiscoveredNeighbor* const neighbor = m_neighbors.GetItem(position);
+        if (!neighbor) continue;
+        Keep(position->first, *neighbor);
+        if (neighbor->GetAddressCount() != 0) m_addressed.Set(position->first, true);
+    }
+    TellOfAddresses();
+}
+
+void EDiscoveredInfo::SetHasAddress(unsigned int neighborId, bool hasAddress) noexcept
+{
+    m_addressed.Set(neighborId, hasAddress);
+    TellOfAddresses();
+}
+
+void EDiscoveredInfo::TellOfAddresses() noexcept
+{
+    if (m_place.owner) m_place.owner->SetHasAddress(m_place.id, LowestWithAddress() != nullptr);
+}
+
+EDiscoveredNeighbor const* EDiscoveredInfo::LowestWithAddress() const
+{
+    return ::LowestWithAddress(m_neighbors, m_addressed,
+                               [](EDiscoveredNeighbor const& neighbor) { return neighbor.GetAddressCount() != 0; });
 }
 
 // ---- Archive --------------------------------------------------------------------------------------------------------
@@ -236,7 +292,7 @@ struct EDiscoveredInfo::Layout {
     {
         archive.Each(info.m_localId);
         archive.Each(info.m_interfaceUp);
-        archive.Each(AsVector(info.m_addresses));
+        archive.Each(AsVector(InArchive(info.m_addresses)));
     }
     template <class Archive, class Info> static void Neighbors(Archive archive, Info& info)
     {
@@ -262,9 +318,15 @@ void EDiscoveredInfo::SerializeOut(EArchive& archive) const
 void EDiscoveredInfo::SerializeIn(EArchive& archive)
 {
     Layout::Addresses(EUnversionedReader(archive), *this);
-    m_neighborsByMac.clear(); // before the neighbours that they name, should reading those fail
-    m_neighborsByIp.clear();
-    Layout::Neighbors(EUnversionedReader(archive), *this);
+    m_neighborsByMac.Clear(); // before the neighbours that they name, should reading those fail
+    m_neighborsByIp.Clear();
+    try {
+        Layout::Neighbors(EUnversionedReader(archive), *this);
+    } catch (...) { // those read before are there
+        KeepNeighborsAnew();
+        throw;
+    }
+    KeepNeighborsAnew();
     for (auto position = m_neighbors.begin(); position != m_neighbors.end(); ++position)
         AddNeighborToMap(m_neighbors.GetItem(position));
     Layout::Engines(EUnversionedReader(archive), *this);

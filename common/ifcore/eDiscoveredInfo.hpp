@@ -3,16 +3,16 @@
 #include "eArchiveOperators.hpp"
 #include "eDHCPDiscoveredInfo.hpp"
 #include "eDcbxDiscoveredInfo.hpp"
+#include "eDiscoveredAddressList.hpp"
+#include "eDiscoveredIds.hpp"
+#include "eDiscoveredIndex.hpp"
+#include "eDiscoveredKeys.hpp"
 #include "eDiscoveredNeighbor.hpp"
 #include "eFCoEDiscoveredInfo.hpp"
 #include "eIPAddress.hpp"
 #include "ePTPDiscoveredInfo.hpp"
 #include "eUniqueIDMap.hpp"
 #include "ifcoreExport.hpp"
-
-#include <map>
-#include <string>
-#include <vector>
 
 class EDiscoveredTable;
 
@@ -45,7 +45,7 @@ public:
 
     /// \name The interface's own addresses, in the order of adding, each once
     ///@{
-    unsigned int GetAddressCount() const { return static_cast<unsigned int>(m_addresses.size()); }
+    unsigned int GetAddressCount() const { return static_cast<unsigned int>(m_addresses.GetCount()); }
     EIPAddress const* GetAddressAt(unsigned int position) const; ///< Null beyond the last.
     bool HasAddress(EIPAddress const& address) const;
     void AddAddress(EIPAddress const& address);
@@ -59,7 +59,7 @@ public:
     EDiscoveredNeighbor* GetNeighbor(unsigned int id) { return m_neighbors.GetItem(id); }
     /// A copy under a fresh id, which is returned. Announced when it is stored. In a table without a default MAC this
     /// neighbour becomes the default, on purpose without asking for an address. 0, with nothing added, when the ids are
-    /// used up.
+    /// used up. When memory fails or an observer throws, the neighbour is not there and its id is used up.
     unsigned int AddNeighbor(EDiscoveredNeighbor const& neighbor);
     /// The neighbour keeps its id, whatever the new content carries. Nothing for an unknown id.
     void SetNeighbor(unsigned int id, EDiscoveredNeighbor const& neighbor);
@@ -99,26 +99,37 @@ public:
     void SerializeIn(EArchive& archive);
 
 private:
-    friend class EDiscoveredNeighbor;                  // keeps the IP index of its owner current
-    using Index = std::map<std::string, unsigned int>; // from the text of a MAC or address to a neighbour's id
+    friend class EDiscoveredNeighbor; // keeps the IP index of its owner current, and which neighbours have addresses
+    friend class EDiscoveredTable;    // sets the place
+
+    using MacIndex = EDiscoveredIndex<EDiscoveredMacKey>;
+    using IpIndex = EDiscoveredIndex<EDiscoveredIpKey>;
 
     struct Layout; // of the archive
 
     struct Entries; // of both indexes
 
-    static void PutInto(Index& index, Index& entries);
+    void PutIn(Entries& entries);
     Entries TakenOut(EDiscoveredNeighbor const& neighbor);
     void AddNeighborToMap(EDiscoveredNeighbor const* neighbor);
     void CleanNeighborMap(EDiscoveredNeighbor const* neighbor);
-    void AdoptRecords(); ///< Makes this the parent of every record it holds.
+    void Keep(unsigned int id, EDiscoveredNeighbor& neighbor) noexcept; ///< Tells it the place.
+    void KeepNeighbors() noexcept;
+    void KeepNeighborsAnew() noexcept; ///< And finds out which have addresses.
+    void SetHasAddress(unsigned int neighborId, bool hasAddress) noexcept;
+    void TellOfAddresses() noexcept;                      ///< The table that keeps it whether a neighbour has any.
+    EDiscoveredNeighbor const* LowestWithAddress() const; ///< Of the neighbours; null without one.
+    void AdoptRecords();                                  ///< Makes this the parent of every record it holds.
 
     EDiscoveredTable const* m_parent = nullptr; // not owned, never swapped
+    EDiscoveredPlace<EDiscoveredTable> m_place; // never copied or swapped
     unsigned int m_localId = 0;                 // the id under which the table keeps it
     bool m_interfaceUp = false;
-    std::vector<EIPAddress> m_addresses;
+    EDiscoveredAddressList m_addresses; // each once
     EDiscoveredNeighborList m_neighbors;
-    Index m_neighborsByMac;
-    Index m_neighborsByIp;
+    EDiscoveredIds m_addressed; // the neighbours that have an address
+    MacIndex m_neighborsByMac;
+    IpIndex m_neighborsByIp;
     EDHCPDiscoveredInfo m_dhcp;
     EDHCPv6DiscoveredInfo m_dhcpv6;
     EFCoEDiscoveredInfo m_fcoe;

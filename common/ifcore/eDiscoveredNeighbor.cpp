@@ -21,6 +21,13 @@ void EDiscoveredNeighbor::Empty()
 void EDiscoveredNeighbor::Swap(EDiscoveredNeighbor& other)
 {
     std::swap(m_values, other.m_values); // the ids too, on purpose: a container gives its items their ids back
+    TellOfAddresses();
+    other.TellOfAddresses();
+}
+
+void EDiscoveredNeighbor::TellOfAddresses() noexcept
+{
+    if (m_place.owner) m_place.owner->SetHasAddress(m_place.id, GetAddressCount() != 0);
 }
 
 void EDiscoveredNeighbor::GetComponentId(EComponentId& id) const
@@ -49,40 +56,43 @@ void EDiscoveredNeighbor::SetIsRouter(bool isRouter)
 
 EIPAddress const* EDiscoveredNeighbor::GetAddressAt(unsigned int position) const
 {
-    return ElementAt(m_values.addresses, position);
+    return ElementAt(m_values.addresses.Get(), position);
 }
 
 bool EDiscoveredNeighbor::HasAddress(EIPAddress const& address) const
 {
-    return Contains(m_values.addresses, address);
+    return m_values.addresses.Has(address);
 }
 
 void EDiscoveredNeighbor::AddAddress(EIPAddress const& address)
 {
     EIPAddress const added(address); // it may be one of those that move now
-    EDiscoveredInfo::Index entry;
-    if (m_parent) entry[added.GetAsString()] = m_values.localId;
-    MakeRoomForOne(m_values.addresses);
+    EDiscoveredInfo::IpIndex::Entries entry;
+    if (m_parent) entry[EDiscoveredIpKey(added)] = m_values.localId;
+    m_values.addresses.MakeRoomForOne();
     GetHooks().AddingNeighborAddress(*this, added);
-    m_values.addresses.push_back(added); // on purpose without asking whether it is there
-    if (m_parent) EDiscoveredInfo::PutInto(Changeable(*m_parent).m_neighborsByIp, entry);
+    m_values.addresses.Add(added); // on purpose without asking whether it is there
+    if (GetAddressCount() == 1) TellOfAddresses();
+    if (m_parent) Changeable(*m_parent).m_neighborsByIp.Put(entry);
 }
 
 void EDiscoveredNeighbor::RemoveAddress(EIPAddress const& address)
 {
+    m_values.addresses.IndexIfLong();
     if (!HasAddress(address)) return;
     EIPAddress const removed(address); // it may be the one that goes
-    std::string const text = removed.GetAsString();
     GetHooks().RemovingNeighborAddress(*this, removed);
-    RemoveFirst(m_values.addresses, removed);
-    if (m_parent) Changeable(*m_parent).m_neighborsByIp.erase(text); // on purpose by the text alone, whose ever it is
+    m_values.addresses.RemoveFirst(removed);
+    if (GetAddressCount() == 0) TellOfAddresses();
+    if (m_parent) // on purpose by the address alone, whose ever it is
+        Changeable(*m_parent).m_neighborsByIp.Take(EDiscoveredIpKey(removed));
 }
 
 template <class Archive, class Values> static void ArchiveLayout(Archive archive, Values& v)
 {
     archive.Each(v.localId);
     archive.Each(v.mac);
-    archive.Each(AsVector(v.addresses));
+    archive.Each(AsVector(InArchive(v.addresses)));
     archive.Each(v.isRouter);
 }
 
@@ -93,5 +103,11 @@ void EDiscoveredNeighbor::SerializeOut(EArchive& archive) const
 
 void EDiscoveredNeighbor::SerializeIn(EArchive& archive)
 {
-    ArchiveLayout(EUnversionedReader(archive), m_values);
+    try {
+        ArchiveLayout(EUnversionedReader(archive), m_values);
+    } catch (...) { // some of its addresses may have been read
+        TellOfAddresses();
+        throw;
+    }
+    TellOfAddresses();
 }

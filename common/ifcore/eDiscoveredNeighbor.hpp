@@ -1,11 +1,11 @@
 #pragma once
 
 #include "eArchiveOperators.hpp"
+#include "eDiscoveredAddressList.hpp"
+#include "eDiscoveredIds.hpp"
 #include "eIPAddress.hpp"
 #include "eMACAddress.hpp"
 #include "ifcoreExport.hpp"
-
-#include <vector>
 
 class EComponentId;
 class EDiscoveredInfo;
@@ -14,7 +14,7 @@ class EDiscoveredTableHooks;
 /// A neighbour seen on an interface's link, owned by the interface's discovered info.
 class IFCORE_API EDiscoveredNeighbor {
 public:
-    using Addresses = std::vector<EIPAddress>;
+    using Addresses = EDiscoveredAddressList::Addresses;
 
     EDiscoveredNeighbor() = default;
     EDiscoveredNeighbor(EDiscoveredNeighbor const& other); ///< The id too, not the parent.
@@ -43,11 +43,11 @@ public:
 
     /// \name Addresses, in the order of adding; one may be there twice
     ///@{
-    unsigned int GetAddressCount() const { return static_cast<unsigned int>(m_values.addresses.size()); }
+    unsigned int GetAddressCount() const { return static_cast<unsigned int>(m_values.addresses.GetCount()); }
     EIPAddress const* GetAddressAt(unsigned int position) const; ///< Null beyond the last.
     bool HasAddress(EIPAddress const& address) const;
-    Addresses::const_iterator AddressBegin() const { return m_values.addresses.begin(); }
-    Addresses::const_iterator AddressEnd() const { return m_values.addresses.end(); }
+    Addresses::const_iterator AddressBegin() const { return m_values.addresses.Get().begin(); }
+    Addresses::const_iterator AddressEnd() const { return m_values.addresses.Get().end(); }
     void AddAddress(EIPAddress const& address);
     /// The first that is equal. On purpose the owner no longer finds any neighbour by this address afterwards.
     void RemoveAddress(EIPAddress const& address);
@@ -57,12 +57,17 @@ public:
     void SerializeIn(EArchive& archive); ///< Announces nothing; the id becomes that of the archive.
 
 private:
+    friend class EDiscoveredInfo; // sets the place
+
+    void TellOfAddresses() noexcept; ///< The info that keeps it whether it has any.
+
     struct Values {
         unsigned int localId = 0; // the id under which the info keeps it
         EMACAddress mac;
-        Addresses addresses;
+        EDiscoveredAddressList addresses;
         bool isRouter = true; // on purpose, until it is known to be a host
     };
     Values m_values;
     EDiscoveredInfo const* m_parent = nullptr; // not owned, never swapped
+    EDiscoveredPlace<EDiscoveredInfo> m_place; // never copied or swapped
 };

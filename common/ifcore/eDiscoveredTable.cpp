@@ -13,6 +13,7 @@ EDiscoveredTable::EDiscoveredTable(EDiscoveredTable const& other)
     : m_infos(other.m_infos, this), m_defaultMacIfId(other.m_defaultMacIfId),
       m_defaultMacNbrId(other.m_defaultMacNbrId) // on purpose without the MAC itself
 {
+    KeepInfosAnew();
 }
 
 void EDiscoveredTable::Copy(EDiscoveredTable const& other)
@@ -31,6 +32,9 @@ void EDiscoveredTable::Swap(EDiscoveredTable& other)
     std::swap(m_defaultMacNbrId, other.m_defaultMacNbrId);
     m_defaultMac.Swap(other.m_defaultMac);
     m_infos.Swap(other.m_infos);
+    std::swap(m_addressed, other.m_addressed);
+    KeepInfos();
+    other.KeepInfos();
 }
 
 EDiscoveredTableHooks& EDiscoveredTable::GetHooks() const
@@ -51,8 +55,12 @@ void EDiscoveredTable::AddInfo(EDiscoveredInfo const& info)
 {
     unsigned int const id = info.GetLocalId(); // the info may be the one that it replaces
     m_infos.AddItem(id, info);
-    EDiscoveredInfo const* const stored = GetInfo(id);
-    if (stored) GetHooks().AddingInfo(*stored);
+    EDiscoveredInfo* const stored = GetInfo(id);
+    if (stored) {
+        Keep(id, *stored);
+        stored->TellOfAddresses();
+        GetHooks().AddingInfo(*stored);
+    }
     if (m_defaultMacIfId == id)
         FindDefaultMAC();
     else if (!HasDefaultMAC())
@@ -63,6 +71,7 @@ void EDiscoveredTable::RemoveInfo(unsigned int id)
 {
     if (EDiscoveredInfo const* const info = GetInfo(id)) GetHooks().RemovingInfo(*info);
     m_infos.RemoveItem(id);
+    SetHasAddress(id, false);
     if (m_defaultMacIfId == id) FindDefaultMAC();
 }
 
@@ -131,22 +140,36 @@ void EDiscoveredTable::SetDefaultMAC(unsigned int interfaceId, unsigned int neig
 
 void EDiscoveredTable::FindDefaultMAC()
 {
-    for (auto position = m_infos.begin(); position != m_infos.end(); ++position)
-        if (FindDefaultMACIncremental(m_infos.GetItem(position))) return;
-    SetDefaultMAC(0, 0, EMACAddress());
+    EDiscoveredInfo const* const lowest = LowestWithAddress(
+        m_infos, m_addressed, [](EDiscoveredInfo const& info) { return info.LowestWithAddress() != nullptr; });
+    if (!FindDefaultMACIncremental(lowest)) SetDefaultMAC(0, 0, EMACAddress());
 }
 
 bool EDiscoveredTable::FindDefaultMACIncremental(EDiscoveredInfo const* info)
 {
-    if (!info) return false;
-    EDiscoveredNeighborList const& neighbors = info->GetNeighbors();
-    for (auto position = neighbors.begin(); position != neighbors.end(); ++position) {
-        EDiscoveredNeighbor const* const neighbor = neighbors.GetItem(position);
-        if (!neighbor || neighbor->GetAddressCount() == 0) continue;
-        SetDefaultMAC(info->GetLocalId(), neighbor->GetLocalId(), neighbor->GetMac());
-        return true;
-    }
-    return false;
+    EDiscoveredNeighbor const* const neighbor = info ? info->LowestWithAddress() : nullptr;
+    if (!neighbor) return false;
+    SetDefaultMAC(info->GetLocalId(), neighbor->GetLocalId(), neighbor->GetMac());
+    return true;
+}
+
+void EDiscoveredTable::Keep(unsigned int id, EDiscoveredInfo& info) noexcept
+{
+    info.m_place = {this, id};
+}
+
+void EDiscoveredTable::KeepInfos() noexcept
+{
+    for (auto position = m_infos.begin(); position != m_infos.end(); ++position)
+        if (EDiscoveredInfo* const info = m_infos.GetItem(position)) Keep(position->first, *info);
+}
+
+void EDiscoveredTable::KeepInfosAnew() noexcept
+{
+    KeepInfos();
+    m_addressed.Clear();
+    for (auto position = m_infos.begin(); position != m_infos.end(); ++position)
+        if (EDiscoveredInfo* const info = m_infos.GetItem(position)) info->TellOfAddresses();
 }
 
 // ---- Archive --------------------------------------------------------------------------------------------------------
@@ -168,7 +191,13 @@ void EDiscoveredTable::SerializeOut(EArchive& archive) const
 
 void EDiscoveredTable::SerializeIn(EArchive& archive)
 {
-    Layout::Fields(EUnversionedReader(archive), *this);
+    try {
+        Layout::Fields(EUnversionedReader(archive), *this);
+    } catch (...) { // the infos read before are there
+        KeepInfosAnew();
+        throw;
+    }
+    KeepInfosAnew();
 }
 
 // ---- Change stream --------------------------------------------------------------------------------------------------

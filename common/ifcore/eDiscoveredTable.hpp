@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eArchiveOperators.hpp"
+#include "eDiscoveredIds.hpp"
 #include "eDiscoveredInfo.hpp"
 #include "eDiscoveredTableHooks.hpp"
 #include "eHalOutgoing.hpp"
@@ -70,7 +71,7 @@ public:
     unsigned int GetDefaultMACNbrId() const { return m_defaultMacNbrId; } ///< Within that interface.
     void SetDefaultMAC(unsigned int interfaceId, unsigned int neighborId, EMACAddress const& mac); ///< Unchecked.
     /// Takes the first neighbour with an address, in ascending order of the interface ids and of the neighbour ids;
-    /// without one there is no default MAC. The cost is that of looking through the neighbours that have none.
+    /// without one there is no default MAC. Takes logarithmic time, however many have none.
     void FindDefaultMAC();
     /// The same within one info (may be null). False, with nothing changed, when none of its neighbours has an address.
     bool FindDefaultMACIncremental(EDiscoveredInfo const* info);
@@ -80,7 +81,14 @@ public:
     void SerializeIn(EArchive& archive); ///< Announces nothing. An unknown version of a record ends the process.
 
 private:
+    friend class EDiscoveredInfo; // keeps current which infos have addressed neighbours
+
     struct Layout; // of the archive
+
+    void Keep(unsigned int id, EDiscoveredInfo& info) noexcept; ///< Tells it the place.
+    void KeepInfos() noexcept;
+    void KeepInfosAnew() noexcept; ///< And finds out which have neighbours with addresses.
+    void SetHasAddress(unsigned int interfaceId, bool hasAddress) noexcept { m_addressed.Set(interfaceId, hasAddress); }
 
     EDiscoveredInfoList m_infos; // before the observer, which goes first
 
@@ -90,6 +98,7 @@ public:
     boost::shared_ptr<EDiscoveredTableHooks> hooks;
 
 private:
+    EDiscoveredIds m_addressed; // the infos that have a neighbour with an address
     unsigned int m_defaultMacIfId = 0;
     unsigned int m_defaultMacNbrId = 0;
     EMACAddress m_defaultMac;

@@ -11,8 +11,8 @@ static unsigned int const kIPv6List = 1;      // level 3 of a path below an inte
 /// the interface it is. Getters of records created on demand answer null instead of creating one.
 template <class Record> struct EPlace;
 
-template <unsigned int pathLeaf> struct ELeafPlace {
-    static std::ptrdiff_t const depth = 4;
+template <unsigned int pathLeaf, std::ptrdiff_t pathDepth = 4> struct ELeafPlace {
+    static std::ptrdiff_t const depth = pathDepth;
     static unsigned int const leaf = pathLeaf;
 };
 template <> struct EPlace<EInterfaceItem> {
@@ -22,8 +22,7 @@ template <> struct EPlace<EInterfaceItem> {
 template <> struct EPlace<EIPv6AddressItemList> : ELeafPlace<kIPv6List> {
     static EIPv6AddressItemList const* In(EInterfaceItem const& item, ESubId) { return &item.GetIPv6AddressItemList(); }
 };
-template <> struct EPlace<EIPv6AddressItem> : ELeafPlace<kIPv6List> {
-    static std::ptrdiff_t const depth = 5;
+template <> struct EPlace<EIPv6AddressItem> : ELeafPlace<kIPv6List, 5> {
     static EIPv6AddressItem const* In(EInterfaceItem const& item, ESubId path)
     {
         return item.GetIPv6AddressItem(path[4]);

@@ -6,7 +6,7 @@ FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 export FUZZ_SECONDS JOBS DESTDIR
 
-.PHONY: build demo test bench fuzz docs install lint coverage package clean help
+.PHONY: build demo test bench fuzz docs install lint analyze coverage package clean help
 
 build:
 	@scripts/bootstrap build test
@@ -43,6 +43,10 @@ lint:
 	@scripts/bootstrap build test lint
 	scripts/lint
 
+analyze:
+	@scripts/bootstrap build lint
+	scripts/analyze
+
 coverage:
 	@scripts/bootstrap build test coverage
 	scripts/coverage
@@ -59,7 +63,9 @@ help:
 	@echo 'make demo       the same, then shows the interfaces of this machine: scripts/demo'
 	@echo 'make test       every test under address and undefined behaviour sanitizers (build/asan), then the tests of the'
 	@echo '                program, and of consumers of an installation, with the optimised build (build/release)'
-	@echo 'make lint       formatting, words, warnings as errors with g++ and clang, exported and needed symbols'
+	@echo 'make lint       formatting, words, warnings as errors with g++ and clang, exported and needed symbols, binary'
+	@echo '                interface, static analysis with cppcheck'
+	@echo 'make analyze    static analysis with cppcheck and clang-tidy'
 	@echo 'make coverage   all tests with counted lines (build/coverage), then the line coverage of common/ifcore'
 	@echo 'make bench      compiles and runs the benchmarks (build/bench); BENCH_ARGS=... are handed to them'
 	@echo 'make fuzz       compiles the fuzz targets (build/fuzz) and runs each for FUZZ_SECONDS=$(FUZZ_SECONDS)'

@@ -140,7 +140,7 @@ private:
     /// The least one that takes \p width bytes behind the first.
     static constexpr unsigned long LeastPattern(unsigned int width)
     {
-        if (width < 2) return width * (kLargestSingle + 1);
+        if (width < 2) return width * (kLargestSingle + 1UL);
         return 1UL << 8 * (width - 1);
     }
     template <class Integer> EArchive& WriteInteger(Integer value)

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 EInterfaceTable::EInterfaceTable(unsigned int portId) : EInterfaceItemList(this)
 {
@@ -243,12 +244,12 @@ void EInterfaceTable::SetHooks(char const* name, boost::shared_ptr<EInterfaceTab
 void EInterfaceTable::AddInterfaceTableHooks(char const* name, boost::shared_ptr<EInterfaceTableHooks> hooks)
 {
     if (m_hooksName == NameOrEmpty(name) || !m_hooks) {
-        SetHooks(name, hooks);
+        SetHooks(name, std::move(hooks));
     } else if (auto* const several = dynamic_cast<EMultipleInterfaceTableHooks*>(m_hooks.get())) {
-        several->AddHooks(NameOrEmpty(name), hooks);
+        several->AddHooks(NameOrEmpty(name), std::move(hooks));
     } else {
         auto const set = boost::make_shared<EMultipleInterfaceTableHooks>();
-        set->AddHooks(NameOrEmpty(name), hooks);
+        set->AddHooks(NameOrEmpty(name), std::move(hooks));
         set->AddHooks(m_hooksName.c_str(), m_hooks);
         SetHooks("multi", set);
     }

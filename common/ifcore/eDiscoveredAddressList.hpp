@@ -12,15 +12,15 @@
 #include <vector>
 
 /// Addresses in the order of adding; one may be there twice. Long lists are indexed as soon as they change, so that
-/// adding, removing and asking for an address take logarithmic time: what is removed leaves its place only when the
-/// list is looked at as a whole, or when it fills half of it. The index is no more than a help: a list may lose it at
-/// any time.
+/// adding and asking for an address take logarithmic time; removing one moves what follows it. The index is no more
+/// than a help: a list may lose it at any time.
 class IFCORE_API EDiscoveredAddressList {
 public:
     using Addresses = std::vector<EIPAddress>;
 
     EDiscoveredAddressList() = default;
-    EDiscoveredAddressList(EDiscoveredAddressList const& other) : m_addresses(other.Get()) {} // indexed when it changes
+    EDiscoveredAddressList(EDiscoveredAddressList const& other)
+        : m_addresses(other.m_addresses) {} // indexed when it changes
     EDiscoveredAddressList(EDiscoveredAddressList&&) noexcept = default;
     EDiscoveredAddressList& operator=(EDiscoveredAddressList const& other)
     {
@@ -29,12 +29,8 @@ public:
     EDiscoveredAddressList& operator=(EDiscoveredAddressList&&) noexcept = default;
     ~EDiscoveredAddressList() = default;
 
-    std::size_t GetCount() const { return m_addresses.size() - (m_index ? m_index->removed : 0); }
-    Addresses const& Get() const
-    {
-        if (m_index && m_index->removed != 0) LeaveOutRemoved();
-        return m_addresses;
-    }
+    std::size_t GetCount() const { return m_addresses.size(); }
+    Addresses const& Get() const { return m_addresses; }
     bool Has(EIPAddress const& address) const;
     void IndexIfLong() noexcept; ///< Before an operation that asks and then changes.
     void MakeRoomForOne();
@@ -49,19 +45,15 @@ private:
         using Number = std::uint64_t;
         using Entries = std::set<std::pair<EDiscoveredIpKey, Number>>;
 
-        Entries byAddress;           // without those that were removed
-        std::vector<Number> numbers; // by position: twice the number, plus 1 when removed
-        std::size_t removed = 0;     // how many are still in the list
+        Entries byAddress;
+        std::vector<Number> numbers; // by position
         Number next = 0;
 
         Entries::const_iterator FindFirst(EIPAddress const& address) const;
         void Add(EIPAddress const& address); ///< On an exception nothing but the numbers can be relied on.
     };
 
-    void LeaveOutRemoved() const noexcept;
-    void DropIndex() noexcept;
-
-    mutable Addresses m_addresses;  // with what was removed; left out when they are looked at
+    Addresses m_addresses;
     std::unique_ptr<Index> m_index; // null for short lists and for those that did not change yet
 };
 

@@ -6,7 +6,7 @@ FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 export FUZZ_SECONDS JOBS DESTDIR
 
-.PHONY: build demo test bench fuzz docs install lint analyze coverage package clean help
+.PHONY: build demo test bench load fuzz docs install lint analyze coverage package clean help
 
 build:
 	@scripts/bootstrap build test
@@ -25,6 +25,12 @@ bench:
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS) --target ifcore_bench
 	build/bench/benchmarks/ifcore_bench $(BENCH_ARGS)
+
+load:
+	@scripts/bootstrap build bench
+	cmake --preset bench
+	cmake --build --preset bench -j $(JOBS) --target ifcore_load
+	build/bench/benchmarks/ifcore_load $(LOAD_DIVISOR)
 
 fuzz:
 	@scripts/bootstrap build fuzz
@@ -68,6 +74,8 @@ help:
 	@echo 'make analyze    static analysis with cppcheck and clang-tidy'
 	@echo 'make coverage   all tests with counted lines (build/coverage), then the line coverage of common/ifcore'
 	@echo 'make bench      compiles and runs the benchmarks (build/bench); BENCH_ARGS=... are handed to them'
+	@echo 'make load       a table of a million interfaces, and ten million changes of each kind of table in flat memory;'
+	@echo '                LOAD_DIVISOR=100 makes it a hundredth of that'
 	@echo 'make fuzz       compiles the fuzz targets (build/fuzz) and runs each for FUZZ_SECONDS=$(FUZZ_SECONDS)'
 	@echo 'make docs       reference of the public headers: build/docs/html/index.html'
 	@echo 'make install    installs to PREFIX=$(PREFIX), below DESTDIR when that is set'

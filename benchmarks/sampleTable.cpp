@@ -32,7 +32,7 @@ EIPAddress SampleIPv6(unsigned int id)
     return address;
 }
 
-static EMACAddress SampleMac(unsigned int id)
+EMACAddress SampleMac(unsigned int id)
 {
     std::array<unsigned char, 6> bytes = {0x02}; // locally administered
     PutId(bytes, id);
@@ -41,26 +41,29 @@ static EMACAddress SampleMac(unsigned int id)
     return mac;
 }
 
+EInterfaceItem SampleInterface(unsigned int id)
+{
+    EVLANIPAddressTableItemProperties vlans(1, true);
+    vlans.SetVLANID(static_cast<unsigned short>(id % 4094 + 1), 0);
+    EIPv6AddressItem ipv6;
+    ipv6.SetAddress(SampleIPv6(id));
+    ipv6.SetMaskLength(64);
+
+    EInterfaceItem item;
+    item.SetName("interface " + std::to_string(id));
+    item.SetEnabled(true);
+    item.SetMacAddress(SampleMac(id));
+    item.SetVLANItem(vlans);
+    item.GetIPv4AddressItem().SetAddress(SampleIPv4(id));
+    item.GetIPv4AddressItem().SetGateway(SampleIPv4(0));
+    item.GetIPv4AddressItem().SetEnabled(true);
+    item.AddIPv6AddressItem(ipv6);
+    return item;
+}
+
 std::unique_ptr<EInterfaceTable> SampleTable(unsigned int count)
 {
     auto table = std::make_unique<EInterfaceTable>(1);
-    for (unsigned int id = 1; id <= count; ++id) {
-        EVLANIPAddressTableItemProperties vlans(1, true);
-        vlans.SetVLANID(static_cast<unsigned short>(id % 4094 + 1), 0);
-        EIPv6AddressItem ipv6;
-        ipv6.SetAddress(SampleIPv6(id));
-        ipv6.SetMaskLength(64);
-
-        EInterfaceItem item;
-        item.SetName("interface " + std::to_string(id));
-        item.SetEnabled(true);
-        item.SetMacAddress(SampleMac(id));
-        item.SetVLANItem(vlans);
-        item.GetIPv4AddressItem().SetAddress(SampleIPv4(id));
-        item.GetIPv4AddressItem().SetGateway(SampleIPv4(0));
-        item.GetIPv4AddressItem().SetEnabled(true);
-        item.AddIPv6AddressItem(ipv6);
-        table->AddInterfaceItem(item);
-    }
+    for (unsigned int id = 1; id <= count; ++id) table->AddInterfaceItem(SampleInterface(id));
     return table;
 }

@@ -8,6 +8,10 @@
 /// gateway and one IPv6 address. All addresses are distinct.
 std::unique_ptr<EInterfaceTable> SampleTable(unsigned int count);
 
-/// The IPv4 and the IPv6 address of the interface of that id.
+/// One of them, in no table.
+EInterfaceItem SampleInterface(unsigned int id);
+
+/// The addresses of the interface of that id.
 EIPAddress SampleIPv4(unsigned int id);
 EIPAddress SampleIPv6(unsigned int id);
+EMACAddress SampleMac(unsigned int id);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <functional>
 #include <memory>
 #include <random>
 #include <thread>
@@ -60,10 +61,10 @@ private:
     int m_descriptor;
 };
 
-std::unique_ptr<Background> Start(std::vector<std::string> arguments)
+std::unique_ptr<Background> Start(std::vector<std::string> arguments, std::function<void()> const& prepare = {})
 {
     arguments.insert(arguments.begin(), IFCORE_PROGRAM);
-    return std::make_unique<Background>(arguments);
+    return std::make_unique<Background>(arguments, prepare);
 }
 
 /// The shortest times that a save took.
@@ -100,10 +101,11 @@ public:
     }
 
     /// Moments of every second round are spread over the writing alone, the others over everything from the start on.
-    Result Run(SavedFile::Content const& content, unsigned int round, int signal)
+    Result Run(SavedFile::Content const& content, unsigned int round, int signal,
+               std::function<void()> const& prepare = {})
     {
         FolderWatch watch(m_folder);
-        auto const program = Start(content.command);
+        auto const program = Start(content.command, prepare);
         EXPECT_TRUE(round % 2 != 0 || watch.WaitForAFile());
         Duration& longestDelay = m_longestDelays[round % 2];
         std::this_thread::sleep_for(longestDelay * static_cast<int>(m_random() % 1000) / 1000);
@@ -212,6 +214,22 @@ TEST(EndedWhileSaving, LeavesTheOldOrTheNewFileWholeAndNothingElse)
     }
     std::cout << ended << " of 60 ended by their signal\n";
     EXPECT_GE(ended, 15u);
+}
+
+TEST(EndedWhileSaving, AnIgnoredSignalDoesNotEndIt)
+{
+    SavedFiles const files(kInterfaces);
+    SavedFile const& file = files.GetTable();
+    Interruption interruption(files, file);
+    for (unsigned int round = 0; round < 20; ++round) {
+        WriteFile(file.path, file.first.bytes);
+        auto const ignore = [] { signal(SIGHUP, SIG_IGN); }; // as nohup does
+        // Even rounds alone: their signals come when the writing has begun.
+        Result const result = interruption.Run(file.second, 2 * round, SIGHUP, ignore);
+        ASSERT_EQ(0, result.status) << result.err;
+        ASSERT_TRUE(file.second.bytes == FileText(file.path));
+    }
+    EXPECT_EQ(std::vector<std::string>(), files.GetOthers(file));
 }
 
 TEST(SavingAtTheSameTime, LeavesTheFileOfOneOfThePrograms)

@@ -29,7 +29,7 @@ EInterfaceTable Table(unsigned int interfaces, unsigned int mtu)
     return table;
 }
 
-/// Makes \p table hold one neighbour for each interface of the other tables, and \p stream the changes that do it.
+/// A table of one info with so many neighbours, and in the file \p stream the changes that make it of an empty one.
 void MakeStream(std::string const& stream, unsigned int neighbors, bool up, EDiscoveredTable& table)
 {
     auto const writer = boost::make_shared<EDiscoveredChangeWriter>();

@@ -14,6 +14,8 @@ namespace {
 
 constexpr unsigned int kInterfaces = 100;
 constexpr unsigned int kChangesPerMessage = 64;
+// Of ten parts. The allocator's free pieces settle only when each neighbour has been replaced about a dozen times.
+constexpr unsigned long kWarmUpParts = 3;
 
 /// Changes by chance of a table that has as many neighbours after each step as before; a second table follows by the
 /// messages of the first one's change writer.
@@ -142,11 +144,13 @@ void LoadDiscovered(unsigned int neighbors, unsigned long changes)
         unsigned long const before = mix.GetChanges();
         steps.Begin();
         while (mix.GetChanges() < changes / 10 * part) mix.Step();
-        steps.End(part == 1 ? "warm-up" : "changes, part " + std::to_string(part), mix.GetChanges() - before);
+        steps.End(part <= kWarmUpParts ? "warm-up, part " + std::to_string(part)
+                                       : "changes, part " + std::to_string(part),
+                  mix.GetChanges() - before);
         mix.Check();
-        if (part == 1)
+        if (part == kWarmUpParts)
             memory.EndWarmUp();
-        else
+        else if (part > kWarmUpParts)
             memory.Check();
     }
     memory.Print();

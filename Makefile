@@ -6,7 +6,7 @@ FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 export FUZZ_SECONDS JOBS DESTDIR
 
-.PHONY: build demo test bench load fuzz docs install lint analyze coverage package clean help
+.PHONY: build demo test bench bench-instructions load fuzz docs install lint analyze coverage package clean help
 
 build:
 	@scripts/bootstrap build test
@@ -23,8 +23,14 @@ test:
 bench:
 	@scripts/bootstrap build bench
 	cmake --preset bench
-	cmake --build --preset bench -j $(JOBS) --target ifcore_bench
-	build/bench/benchmarks/ifcore_bench $(BENCH_ARGS)
+	cmake --build --preset bench -j $(JOBS) --target ifcore_bench ifcore_residentMemory
+	scripts/bench $(BENCH_ARGS)
+
+bench-instructions:
+	@scripts/bootstrap build instructions
+	cmake --preset instructions
+	cmake --build --preset instructions -j $(JOBS) --target ifcore_instructionCounts
+	scripts/bench-instructions $(BENCH_ARGS)
 
 load:
 	@scripts/bootstrap build bench
@@ -73,7 +79,11 @@ help:
 	@echo '                interface, static analysis with cppcheck'
 	@echo 'make analyze    static analysis with cppcheck and clang-tidy'
 	@echo 'make coverage   all tests with counted lines (build/coverage), then the line coverage of common/ifcore'
-	@echo 'make bench      compiles and runs the benchmarks (build/bench); BENCH_ARGS=... are handed to them'
+	@echo 'make bench      compiles and runs the benchmarks against other libraries (build/bench); BENCH_ARGS=--strict fails'
+	@echo '                when a limit is not reached'
+	@echo 'make bench-instructions'
+	@echo '                counts the instructions of the important paths and compares them with those of before;'
+	@echo '                BENCH_ARGS=--renew keeps the new ones'
 	@echo 'make load       a table of a million interfaces, and ten million changes of each kind of table in flat memory;'
 	@echo '                LOAD_DIVISOR=100 makes it a hundredth of that'
 	@echo 'make fuzz       compiles the fuzz targets (build/fuzz) and runs each for FUZZ_SECONDS=$(FUZZ_SECONDS)'

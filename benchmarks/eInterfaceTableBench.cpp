@@ -1,95 +1,107 @@
-// The costs of a table that its host feels: saving, reading, copying and emptying it, one edit, one lookup.
-#include "sampleTable.hpp"
+// The costs of a table that its host feels: saving, loading, copying, emptying and swapping it, edits, look-ups.
+#include "benchSupport.hpp"
+#include "oldArchives.hpp"
 
 #include "eArchive.hpp"
 #include "eBlob.hpp"
 #include "eIPLookupInterfaceTableHooks.hpp"
 #include "eSingleCommand.hpp"
 
-#include <benchmark/benchmark.h>
-
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+#include <cstring>
 #include <memory>
-#include <stdexcept>
+#include <numeric>
+#include <random>
 #include <vector>
 
 namespace {
 
-unsigned int Count(benchmark::State const& state)
+void Save(benchmark::State& state)
 {
-    return static_cast<unsigned int>(state.range(0));
-}
-
-/// Interfaces per second, and bytes per second of what was written or read.
-void Report(benchmark::State& state, unsigned int bytesEach = 0)
-{
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-    if (bytesEach != 0) state.SetBytesProcessed(state.iterations() * bytesEach);
-}
-
-EBlob Written(EInterfaceTable const& table)
-{
-    EArchive archive;
-    archive << table;
-    return archive.GetAsEBlob();
-}
-
-void Require(bool condition, char const* what)
-{
-    if (!condition) throw std::runtime_error(what);
-}
-
-void TableWrite(benchmark::State& state)
-{
-    auto const table = SampleTable(Count(state));
-    unsigned int const size = Written(*table).GetSize();
+    EInterfaceTable const& table = KeptSample(Count(state));
     for (auto _ : state) {
         EArchive archive;
-        archive << *table;
+        archive << table;
         benchmark::DoNotOptimize(archive.IsStoring());
     }
-    Report(state, size);
+    state.counters["bytes"] = static_cast<double>(KeptArchive(Count(state)).GetSize()) / Count(state);
 }
 
-void TableRead(benchmark::State& state)
+std::unique_ptr<EInterfaceTable> Loaded(EBlob const& bytes)
 {
-    EBlob const bytes = Written(*SampleTable(Count(state)));
+    auto table = std::make_unique<EInterfaceTable>();
+    EArchive archive;
+    archive.SetFromEBlob(bytes, true);
+    archive.SetMode(2);
+    archive >> *table;
+    return table;
+}
+
+/// Times \p make, not the destruction of what it made. One round before it takes the memory from the kernel.
+template <class Make> void TimeMaking(benchmark::State& state, Make const& make)
+{
+    make();
     for (auto _ : state) {
-        state.PauseTiming(); // what the last round read is destroyed here
+        auto made = make();
+        state.PauseTiming();
+        Require(made->GetCount() == Count(state), "interfaces are missing");
+        made.reset();
+        state.ResumeTiming();
+    }
+}
+
+void Load(benchmark::State& state)
+{
+    EBlob const& bytes = KeptArchive(Count(state));
+    TimeMaking(state, [&bytes] { return Loaded(bytes); });
+}
+
+/// What no program that loads a table can avoid: the bytes are copied once, and as many records are allocated,
+/// constructed and inserted.
+void LoadFloor(benchmark::State& state)
+{
+    EBlob const& bytes = KeptArchive(Count(state));
+    TimeMaking(state, [&] {
+        std::unique_ptr<unsigned char[]> const copy(new unsigned char[bytes.GetSize()]);
+        std::memcpy(copy.get(), bytes.GetData(), bytes.GetSize());
+        benchmark::DoNotOptimize(copy.get());
         auto table = std::make_unique<EInterfaceTable>();
-        EArchive archive;
-        archive.SetFromEBlob(bytes, true);
-        archive.SetMode(2);
-        state.ResumeTiming();
-        archive >> *table;
-        state.PauseTiming();
-        Require(table->GetCount() == Count(state), "not all interfaces were read");
-        table.reset();
-        state.ResumeTiming();
-    }
-    Report(state, bytes.GetSize());
+        for (unsigned int id = 1; id <= Count(state); ++id) {
+            table->AddItem(id);
+            EInterfaceItem& item = *table->GetItem(id);
+            item.EnsureEthernet();
+            for (unsigned int address = 1; address <= 2; ++address) item.GetIPv6AddressItemList().AddItem(address);
+        }
+        return table;
+    });
 }
 
-void TableCopy(benchmark::State& state)
+void LoadOldArchive(benchmark::State& state)
 {
-    auto const table = SampleTable(Count(state));
-    for (auto _ : state) {
-        auto copy = std::make_unique<EInterfaceTable>(*table);
-        benchmark::DoNotOptimize(copy->GetPortId());
-        state.PauseTiming();
-        copy.reset();
-        state.ResumeTiming();
-    }
-    Report(state);
+    static EBlob const bytes = Version4ArchiveOfUnconnected(Count(state)); // of one size only
+    TimeMaking(state, [] { return Loaded(bytes); });
 }
 
-void TableEmpty(benchmark::State& state)
+/// The table that the old archive makes, from the archive that it has today.
+void LoadConverted(benchmark::State& state)
 {
-    auto const table = SampleTable(Count(state));
+    static EBlob const bytes = Written(*Loaded(Version4ArchiveOfUnconnected(Count(state)))); // of one size only
+    TimeMaking(state, [] { return Loaded(bytes); });
+}
+
+void Copy(benchmark::State& state)
+{
+    EInterfaceTable const& table = KeptSample(Count(state));
+    TimeMaking(state, [&table] { return std::make_unique<EInterfaceTable>(table); });
+}
+
+void Clear(benchmark::State& state)
+{
     for (auto _ : state) {
         state.PauseTiming();
-        auto copy = std::make_unique<EInterfaceTable>(*table);
+        auto copy = std::make_unique<EInterfaceTable>(KeptSample(Count(state)));
         state.ResumeTiming();
         copy->Empty();
         state.PauseTiming();
@@ -97,61 +109,130 @@ void TableEmpty(benchmark::State& state)
         copy.reset();
         state.ResumeTiming();
     }
-    Report(state);
 }
 
-/// One host command that edits the gateway of the interface in the middle of the table.
+void Swap(benchmark::State& state)
+{
+    EInterfaceTable& table = KeptSample(Count(state));
+    EInterfaceTable other;
+    for (auto _ : state) table.Swap(other);
+    if (table.GetCount() == 0) table.Swap(other);
+}
+
+class CountingHooks : public EIgnoreInterfaceTableHooks {
+public:
+    void SettingIPv4Gateway(EIPv4AddressItem const&, EIPAddress const&) override { ++m_count; }
+    unsigned long GetCount() const { return m_count; }
+
+private:
+    unsigned long m_count = 0;
+};
+
+/// A host command from its beginning: the archive of the new gateway is made, the path walked, the observer told, the
+/// value stored. Interface and gateway are others each time.
 void EditCommand(benchmark::State& state)
 {
-    auto const table = SampleTable(Count(state));
-    EArchive data;
-    data << EIPAddress("192.0.2.1");
-    std::vector<unsigned int> const field = {1};
-    EMultiComponentId const target(EComponentId{1, 1, Count(state) / 2, 6});
-    ESingleCommand const command(7, target, field, data.GetAsEBlob());
-    for (auto _ : state)
-        Require(table->ExecuteCommand(command, static_cast<EMultiComponentId*>(nullptr)), "the edit was refused");
-    state.SetItemsProcessed(state.iterations());
+    EInterfaceTable& table = KeptSample(Count(state));
+    auto const hooks = boost::make_shared<CountingHooks>();
+    table.AddInterfaceTableHooks("counter", hooks);
+    EIPAddress const gateways[] = {EIPAddress("192.0.2.1"), EIPAddress("192.0.2.2")};
+    unsigned int round = 0;
+    for (auto _ : state) {
+        ++round;
+        EArchive data;
+        data << gateways[round / 64 % 2];
+        EMultiComponentId const ipv4(EComponentId{1, 1, 1 + round % 64 * (Count(state) / 64), 6});
+        ESingleCommand const edit(7, ipv4, {1}, data.GetAsEBlob());
+        if (!table.ExecuteCommand(edit, static_cast<EMultiComponentId*>(nullptr))) Require(false, "edit refused");
+    }
+    Require(hooks->GetCount() == round, "the observer was not told of every edit");
+    table.RemoveInterfaceTableHooks("counter");
 }
 
-/// Asks for the addresses of all parts of the table, which is what a scan's mean cost takes.
-void Lookup(benchmark::State& state, EInterfaceTable const& table, EIPAddress (*address)(unsigned int))
+std::vector<ESingleCommand> AddCommands(unsigned int count)
 {
-    unsigned int const count = Count(state);
-    std::vector<EIPAddress> asked;
-    for (unsigned int i = 0; i < 64; ++i) asked.push_back(address(1 + (i * 7919U) % count));
+    std::vector<ESingleCommand> commands;
+    EMultiComponentId const list(EComponentId{1, 1});
+    for (unsigned int id = 1; id <= count; ++id) {
+        EArchive data;
+        data << SampleInterface(id);
+        commands.emplace_back(5, list, std::vector<unsigned int>(), data.GetAsEBlob());
+    }
+    return commands;
+}
+
+/// Fills a table by host commands, with or without the observer that keeps the index of addresses.
+void FillByCommands(benchmark::State& state, bool indexed)
+{
+    static std::vector<ESingleCommand> const commands = AddCommands(Count(state)); // of one size only
+    TimeMaking(state, [indexed] {
+        auto table = std::make_unique<EInterfaceTable>(1);
+        if (indexed)
+            table->AddInterfaceTableHooks("IP_LOOKUP_HOOKS", boost::make_shared<EIPLookupInterfaceTableHooks>());
+        EMultiComponentId added;
+        for (ESingleCommand const& command : commands) table->ExecuteCommand(command, &added);
+        return table;
+    });
+}
+
+/// Asks for \p addresses one after the other.
+void Lookup(benchmark::State& state, EInterfaceTable const& table, std::vector<EIPAddress> const& addresses)
+{
     std::size_t next = 0;
     for (auto _ : state) {
-        EInterfaceItem const* const found = table.FindInterfaceByIP(asked[next]);
+        EInterfaceItem const* const found = table.FindInterfaceByIP(addresses[next]);
         if (!found) Require(false, "an address was not found");
         benchmark::DoNotOptimize(found);
-        next = (next + 1) % asked.size();
+        next = next + 1 == addresses.size() ? 0 : next + 1;
     }
-    state.SetItemsProcessed(state.iterations());
 }
 
-void FindByScan(benchmark::State& state, EIPAddress (*address)(unsigned int))
+/// Addresses of \p count interfaces, taken from all over the table, of both families by turns.
+std::vector<EIPAddress> AskedAddresses(unsigned int tableCount, unsigned int count)
 {
-    Lookup(state, *SampleTable(Count(state)), address);
+    std::vector<unsigned int> ids(tableCount);
+    std::iota(ids.begin(), ids.end(), 1);
+    std::shuffle(ids.begin(), ids.end(), std::mt19937(1));
+    std::vector<EIPAddress> addresses;
+    for (unsigned int i = 0; i < std::min(count, tableCount); ++i)
+        addresses.push_back(i % 2 ? SampleIPv4(ids[i]) : SampleIPv6(ids[i]));
+    return addresses;
 }
 
-void FindByObserver(benchmark::State& state, EIPAddress (*address)(unsigned int))
+/// With the bundled look-up observer. \p working set: of how many interfaces the addresses are.
+void FindByObserver(benchmark::State& state, unsigned int workingSet)
 {
-    auto const table = SampleTable(Count(state));
+    EInterfaceTable& table = KeptSample(Count(state));
     auto const lookup = boost::make_shared<EIPLookupInterfaceTableHooks>();
-    table->AddInterfaceTableHooks("IP_LOOKUP_HOOKS", lookup);
-    lookup->Rebuild(*table);
-    Lookup(state, *table, address);
+    table.AddInterfaceTableHooks("IP_LOOKUP_HOOKS", lookup);
+    lookup->Rebuild(table);
+    Lookup(state, table, AskedAddresses(Count(state), workingSet));
+    table.RemoveInterfaceTableHooks("IP_LOOKUP_HOOKS");
+}
+
+void FindByScan(benchmark::State& state)
+{
+    Lookup(state, KeptSample(Count(state)), AskedAddresses(Count(state), 64));
+}
+
+void Sizes(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 }
 
 } // namespace
 
-BENCHMARK(TableWrite)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(TableRead)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(TableCopy)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(TableEmpty)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(EditCommand)->Arg(10000);
-BENCHMARK_CAPTURE(FindByScan, ipv4, SampleIPv4)->Arg(10000);
-BENCHMARK_CAPTURE(FindByScan, ipv6, SampleIPv6)->Arg(10000);
-BENCHMARK_CAPTURE(FindByObserver, ipv4, SampleIPv4)->Arg(10000);
-BENCHMARK_CAPTURE(FindByObserver, ipv6, SampleIPv6)->Arg(10000);
+BENCHMARK(Save)->Name("Save/ifcore")->Apply(Sizes);
+BENCHMARK(Load)->Name("Load/ifcore")->Apply(Sizes);
+BENCHMARK(LoadFloor)->Name("Load/floor")->Apply(Sizes);
+BENCHMARK(LoadOldArchive)->Name("LoadOld/version4")->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(LoadConverted)->Name("LoadOld/version14")->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Copy)->Name("Copy/ifcore")->Apply(Sizes);
+BENCHMARK(Clear)->Name("Clear/ifcore")->Apply(Sizes);
+BENCHMARK(Swap)->Name("Swap/ifcore")->Apply(Sizes);
+BENCHMARK(EditCommand)->Name("Edit/ifcore")->Arg(1000)->Arg(10000)->Arg(100000)->Arg(1000000);
+BENCHMARK_CAPTURE(FillByCommands, plain, false)->Name("Fill/plain")->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(FillByCommands, indexed, true)->Name("Fill/indexed")->Arg(100000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(FindByObserver, some, 64)->Name("Find/observer")->Apply(Sizes)->Unit(benchmark::kNanosecond);
+BENCHMARK_CAPTURE(FindByObserver, all, ~0U)->Name("FindAll/observer")->Apply(Sizes)->Unit(benchmark::kNanosecond);
+BENCHMARK(FindByScan)->Name("Find/scan")->Arg(10000);

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "sampleTable.hpp"
+
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+/// How many interfaces a benchmark was asked for.
+inline unsigned int Count(benchmark::State const& state)
+{
+    return static_cast<unsigned int>(state.range(0));
+}
+
+/// Ends the program when a benchmark does not do what it claims to measure.
+inline void Require(bool condition, char const* what)
+{
+    if (!condition) throw std::runtime_error(what);
+}
+
+/// SampleTable(count), made once and kept. What is changed in it must be changed back.
+EInterfaceTable& KeptSample(unsigned int count);
+
+/// The archive of KeptSample(count), made once and kept.
+EBlob const& KeptArchive(unsigned int count);

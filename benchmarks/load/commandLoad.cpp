@@ -1,7 +1,7 @@
 #include "commands.hpp"
 #include "loads.hpp"
 
-#include "../sampleTable.hpp"
+#include "sampleTable.hpp"
 
 #include "eIPLookupInterfaceTableHooks.hpp"
 
@@ -111,7 +111,7 @@ private:
     void AddRow(Row& row)
     {
         unsigned int const number = NextNumber();
-        row = {Add(m_table, InterfaceList(), LoadInterface(number)), SampleIPv4(number), {}};
+        row = {Add(m_table, InterfaceList(), SampleInterface(number)), SampleIPv4(number), {}};
         ReadIPv6Ids(row);
         ++m_added;
         ++m_commands;
@@ -168,7 +168,7 @@ private:
     void SetRecord(Row& row)
     {
         unsigned int const number = NextNumber();
-        EInterfaceItem const item = LoadInterface(number);
+        EInterfaceItem const item = SampleInterface(number);
         switch (Random(3)) {
         case 0:
             Set(m_table, InterfaceList(), row.id, item);

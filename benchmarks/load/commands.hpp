@@ -76,7 +76,3 @@ inline Path IPv6Path(unsigned int id, unsigned int addressId)
 {
     return {1, 1, id, 1, addressId};
 }
-
-/// The sample interface with a second IPv6 address.
-EInterfaceItem LoadInterface(unsigned int number);
-EIPAddress SecondIPv6(unsigned int number);

@@ -1,7 +1,7 @@
 #include "loads.hpp"
 #include "measure.hpp"
 
-#include "../sampleTable.hpp"
+#include "sampleTable.hpp"
 
 #include <boost/make_shared.hpp>
 

@@ -1,7 +1,7 @@
 #include "commands.hpp"
 #include "loads.hpp"
 
-#include "../sampleTable.hpp"
+#include "sampleTable.hpp"
 
 #include <cstdio>
 #include <memory>
@@ -9,21 +9,6 @@
 #include <string>
 
 #include <malloc.h>
-
-EIPAddress SecondIPv6(unsigned int number)
-{
-    return SampleIPv6(0x80000000 | number);
-}
-
-EInterfaceItem LoadInterface(unsigned int number)
-{
-    EIPv6AddressItem second;
-    second.SetAddress(SecondIPv6(number));
-    second.SetMaskLength(64);
-    EInterfaceItem item = SampleInterface(number);
-    item.AddIPv6AddressItem(second);
-    return item;
-}
 
 namespace {
 
@@ -57,7 +42,7 @@ std::string ExpectedText(unsigned int id, unsigned int gateway)
 {
     auto const byte = [](unsigned int number, unsigned int position) { return number >> (8 * position) & 0xff; };
     char text[160];
-    std::snprintf(text, sizeof text, "interface %u ps-static 02:00:%02x:%02x:%02x:%02x %u 10.%u.%u.%u 10.%u.%u.%u ", id,
+    std::snprintf(text, sizeof text, "if %u ps-static 02:00:%02x:%02x:%02x:%02x %u 10.%u.%u.%u 10.%u.%u.%u ", id,
                   byte(id, 3), byte(id, 2), byte(id, 1), byte(id, 0), id % 4094 + 1, byte(id, 2), byte(id, 1),
                   byte(id, 0), byte(gateway, 2), byte(gateway, 1), byte(gateway, 0));
     return text;
@@ -81,7 +66,7 @@ void LoadOneTable(unsigned int interfaces)
     auto table = std::make_unique<EInterfaceTable>(1);
     steps.Run("fill by add commands", interfaces, [&] {
         for (unsigned int id = 1; id <= interfaces; ++id)
-            Require(Add(*table, InterfaceList(), LoadInterface(id)) == id, "ids ascend from 1");
+            Require(Add(*table, InterfaceList(), SampleInterface(id)) == id, "ids ascend from 1");
     });
     EBlob bytes;
     steps.Run("write the archive", interfaces, [&] { bytes = Written(*table); });
@@ -93,7 +78,7 @@ void LoadOneTable(unsigned int interfaces)
     LookAtRows(interfaces, [&](unsigned int id) {
         EInterfaceItem const* const item = read->GetInterfaceItem(id);
         Require(item && Written(*item) == Written(*table->GetInterfaceItem(id)), "a row is read as it was written");
-        EInterfaceItem added = LoadInterface(id);
+        EInterfaceItem added = SampleInterface(id);
         added.SetLocalId(id);
         Require(Written(*item) == Written(added), "a row is what was added");
     });

@@ -46,7 +46,7 @@ mode_t ModeOf(std::string const& path)
 /// Bytes of the archive "abc" as a file, from tests/golden.
 std::string GoldenFile()
 {
-    Bytes const bytes = toolTest::GoldenBytes("archiveFile.hex");
+    Bytes const bytes = toolTest::GoldenBytes("program/archiveFile.hex");
     return std::string(bytes.begin(), bytes.end());
 }
 

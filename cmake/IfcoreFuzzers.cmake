@@ -5,17 +5,19 @@
 
 file(GLOB fuzz_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/*.cpp")
 file(GLOB fuzz_support CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/fuzz/support/*.cpp"
-    "${PROJECT_SOURCE_DIR}/tests/support/tableRules.cpp") # what holds of every table
+    "${PROJECT_SOURCE_DIR}/tests/support/tableRules.cpp" # what holds of every table
+    "${PROJECT_SOURCE_DIR}/tests/support/fatal/fatalEnding.cpp")
 set(IFCORE_FUZZ_TARGETS "")
 if(NOT fuzz_sources)
     message(STATUS "fuzz/ holds no sources: the fuzz targets are left out")
     return()
 endif()
 
-# Linked statically, so that the library's `exit` can be replaced: fuzz/support/guarded.cpp.
+# Linked statically, so that the library's `exit` can be replaced: tests/support/fatal.
 add_library(fuzz_support STATIC ${fuzz_support})
 ifcore_configure_target(fuzz_support)
-target_include_directories(fuzz_support PUBLIC "${PROJECT_SOURCE_DIR}/fuzz/support"
+target_include_directories(fuzz_support
+    PUBLIC "${PROJECT_SOURCE_DIR}/fuzz/support" "${PROJECT_SOURCE_DIR}/tests/support/fatal"
     PRIVATE "${PROJECT_SOURCE_DIR}/tests/support" "${PROJECT_SOURCE_DIR}/common/ifcore")
 target_link_libraries(fuzz_support PUBLIC ifcore_static ifcore::host)
 target_link_options(fuzz_support INTERFACE LINKER:--wrap=exit)

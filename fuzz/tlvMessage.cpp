@@ -16,13 +16,7 @@ void Apply(void const* bytes, std::size_t size, EInterfaceTable& table)
     TLVReader message(bytes, static_cast<int>(size));
     unsigned char const* const position = message.position;
     int const remaining = message.remaining;
-    RunGuarded([&] {
-        try {
-            ParseInterfaceListTLV(message, table);
-        } catch (int error) {
-            Require(error == -1, "the parse error is -1");
-        }
-    });
+    RunGuarded([&] { ParseInterfaceListTLV(message, table); });
     Require(message.position == position && message.remaining == remaining, "the caller's reader stays where it is");
     CheckTable(table);
 }

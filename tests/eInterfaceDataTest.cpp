@@ -242,27 +242,3 @@ TEST(EInterfaceDataArchive, RefusesEveryOtherVersionUnderItsOwnName)
         ExpectArchiveError<EInterfaceData_Routed>(version, file, 1245, "EInterfaceData_Routed::SerializeIn");
     }
 }
-
-template <class Data> static void ExpectTruncationIsAnArchiveError(char const* name)
-{
-    SCOPED_TRACE(name);
-    std::string const whole = Golden(name);
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        SCOPED_TRACE(size);
-        Data data;
-        EArchive archive;
-        Load(archive, whole.substr(0, size));
-        EXPECT_THROW(archive >> data, EArchiveError);
-        ReadInto(data, whole);
-        EXPECT_EQ(whole, Written(data));
-    }
-}
-
-TEST(EInterfaceDataArchive, ATruncatedArchiveIsAnErrorAndTheRecordStaysUsable)
-{
-    ExpectTruncationIsAnArchiveError<EInterfaceData_Ethernet>("EInterfaceData_Ethernet.v1.hex");
-    ExpectTruncationIsAnArchiveError<EInterfaceData_Atm>("EInterfaceData_Atm.v1.hex");
-    ExpectTruncationIsAnArchiveError<EInterfaceData_Ppp>("EInterfaceData_Ppp.v1.hex");
-    ExpectTruncationIsAnArchiveError<EInterfaceData_Gre>("EInterfaceData_Gre.v1.hex");
-    ExpectTruncationIsAnArchiveError<EInterfaceData_Routed>("EInterfaceData_Routed.v1.hex");
-}

@@ -374,27 +374,3 @@ TEST(EInterfaceItemArchive, RefusesABadVersionOfPerTypeDataUnderTheNameOfTheData
     };
     for (auto const& c : cases) ExpectArchiveError<EInterfaceItem>(c.bytes, kFile, c.line, c.function);
 }
-
-TEST(EInterfaceItemArchive, ATruncatedArchiveIsAnErrorAndTheInterfaceStaysUsable)
-{
-    for (char const* name : {"EInterfaceItem.v16.hex", "EInterfaceItem.v4.hex"}) {
-        std::string const whole = Golden(name);
-        auto const expected = Read<EInterfaceItem>(name);
-        for (std::size_t size = 0; size < whole.size(); ++size) {
-            SCOPED_TRACE(std::string(name) + " cut to " + std::to_string(size));
-            RecordedInterface in;
-            EArchive archive;
-            Load(archive, whole.substr(0, size));
-            EXPECT_THROW(archive >> in.interface, EArchiveError);
-            ExpectHoldsItsRecords(in.interface);
-            EXPECT_EQ(&in.table, in.interface.GetParent());
-
-            in.interface.SetMTU(1400);
-            EXPECT_EQ(1400U, in.interface.GetMTU());
-            EInterfaceItem const copy(in.interface);
-            EXPECT_EQ(Written(in.interface), Written(copy));
-            ReadInto(in.interface, whole);
-            EXPECT_EQ(Written(expected), Written(in.interface));
-        }
-    }
-}

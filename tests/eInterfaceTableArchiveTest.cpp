@@ -102,20 +102,6 @@ TEST(EInterfaceTableArchiveDeathTest, RefusesVersionsOutside1To14)
                                             "EInterfaceTable::SerializeIn");
 }
 
-TEST(EInterfaceTableArchive, EveryCutIsAnArchiveErrorAndLeavesAUsableTable)
-{
-    for (unsigned int const version : {1u, 3u, 14u}) {
-        std::string const bytes = GoldenTable(version);
-        for (std::size_t size = 0; size < bytes.size(); ++size) {
-            EInterfaceTable table(7);
-            EArchive archive;
-            Load(archive, bytes.substr(0, size));
-            EXPECT_THROW(archive >> table, EArchiveError) << "version " << version << ", " << size << " bytes";
-            EXPECT_NE(0u, table.AddInterfaceItem(EInterfaceItem()));
-        }
-    }
-}
-
 // Old unconnected interfaces
 
 namespace {

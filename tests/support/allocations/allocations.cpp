@@ -9,6 +9,7 @@ bool s_allocationsFailOn = false;
 long s_allocationsRefused = 0;
 long s_liveAllocations = 0;
 std::size_t s_bytesInUse = 0;
+std::size_t s_mostInUse = 0;
 
 /// Whether the next allocation is granted.
 static bool Granted()
@@ -38,6 +39,7 @@ static void Release(void* memory) noexcept
     if (!memory) throw std::bad_alloc();
     ++s_liveAllocations;
     s_bytesInUse += malloc_usable_size(memory);
+    if (s_bytesInUse > s_mostInUse) s_mostInUse = s_bytesInUse;
     return memory;
 }
 [[gnu::noinline]] void operator delete(void* memory) noexcept

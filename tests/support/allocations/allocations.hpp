@@ -9,6 +9,7 @@ extern bool s_allocationsFailOn;  ///< Whether all behind the first that fails d
 extern long s_allocationsRefused; ///< How many have failed.
 extern long s_liveAllocations;    ///< Not released yet.
 extern std::size_t s_bytesInUse;  ///< As the allocator rounds them up.
+extern std::size_t s_mostInUse;   ///< The largest s_bytesInUse since a test set it.
 
 /// Grants so many allocations, as long as it lives.
 class GrantedAllocations {

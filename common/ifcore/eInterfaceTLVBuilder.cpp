@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <endian.h>
 #include <iterator>
 #include <limits>
 #include <new>
@@ -18,16 +19,19 @@ using TLVIds::TLVId;
 
 // ---- TLVs -----------------------------------------------------------------------------------------------------------
 
-static char* PutU32(char* out, unsigned int value)
-{
-    for (int shift : {24, 16, 8, 0}) *out++ = static_cast<char>(value >> shift & 0xFFU);
-    return out;
-}
-
 /// Before a TLV is begun, so that a failing allocation leaves no half of its header behind.
 static void MakeRoom(EBytes& out, std::size_t count)
 {
     if (out.capacity() - out.size() < count) out.reserve(std::max(2 * out.capacity(), out.size() + count));
+}
+
+/// Flat: with the insertion compiled into it, a comparison and the copy are left of it.
+[[gnu::flatten]] static void AppendU32(EBytes& out, unsigned int value)
+{
+    unsigned int const bigEndian = htobe32(value);
+    char bytes[sizeof bigEndian];
+    std::memcpy(bytes, &bigEndian, sizeof bigEndian);
+    out.insert(out.end(), bytes, bytes + sizeof bytes);
 }
 
 Protocol::TLVBuilder::TLVBuilder(EBytes& out, TLVId const& id) : m_buffer(out), m_valueStart(0), m_done(false)
@@ -36,7 +40,7 @@ Protocol::TLVBuilder::TLVBuilder(EBytes& out, TLVId const& id) : m_buffer(out), 
     if (out.size() > std::numeric_limits<unsigned int>::max() - kTLVHeaderSize) throw std::bad_alloc();
     MakeRoom(out, kTLVHeaderSize);
     TLVAppendId(out, id);
-    out.resize(out.size() + 4); // the length
+    AppendU32(out, 0); // the length
     m_valueStart = static_cast<unsigned int>(out.size());
 }
 
@@ -46,28 +50,24 @@ void Protocol::TLVBuilder::Done()
     if (m_buffer.size() < m_valueStart) m_buffer.resize(m_valueStart);
     m_done = true;
     std::size_t const length = m_buffer.size() - m_valueStart;
-    char* const value = PutU32(m_buffer.data() + m_valueStart - 4, static_cast<unsigned int>(length));
+    unsigned int const bigEndian = htobe32(static_cast<unsigned int>(length));
+    char* const value = m_buffer.data() + m_valueStart;
+    std::memcpy(value - sizeof bigEndian, &bigEndian, sizeof bigEndian);
     // On purpose: the length is 8 bytes wide, its second half falls on the value.
-    std::memset(value, 0, std::min<std::size_t>(length, 4));
-}
-
-static void AppendU32(EBytes& out, unsigned int value)
-{
-    std::size_t const start = out.size();
-    out.resize(start + 4);
-    PutU32(out.data() + start, value);
+    if (length >= 4)
+        std::memset(value, 0, 4); // mostly: without a call
+    else
+        std::memset(value, 0, length);
 }
 
 /// A TLV of plain bytes, which stay whole.
-static void AppendBytesTLV(EBytes& out, TLVId const& id, void const* bytes, std::size_t count)
+[[gnu::flatten]] static void AppendBytesTLV(EBytes& out, TLVId const& id, unsigned char const* bytes, std::size_t count)
 {
     if (!bytes) count = 0;
     MakeRoom(out, kTLVHeaderSize + count);
     Protocol::TLVAppendId(out, id);
-    std::size_t const start = out.size();
-    out.resize(start + 4 + count);
-    char* const value = PutU32(out.data() + start, static_cast<unsigned int>(count));
-    if (count) std::memcpy(value, bytes, count);
+    AppendU32(out, static_cast<unsigned int>(count));
+    if (count > 0) out.insert(out.end(), bytes, bytes + count);
 }
 
 /// Any number, enumeration or switch as the 4 bytes of an int.

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <endian.h>
 #include <map>
 #include <utility>
 #include <vector>
@@ -23,14 +24,20 @@ inline unsigned char const* Take(TLVReader& reader, int count)
     return std::exchange(reader.position, reader.position + count);
 }
 
+/// The number in 4 bytes, big-endian.
+inline unsigned int U32At(unsigned char const* bytes)
+{
+    unsigned int value;
+    std::memcpy(&value, bytes, sizeof value);
+    return be32toh(value);
+}
+
 /// The next 4 bytes, big-endian; the parse error when fewer remain.
 inline unsigned int ReadU32(TLVReader& reader)
 {
     unsigned char const* const bytes = Take(reader, 4);
     if (!bytes) TLVParseError();
-    unsigned int value = 0;
-    for (int i = 0; i < 4; ++i) value = value << 8 | bytes[i];
-    return value;
+    return U32At(bytes);
 }
 
 /// An id, and what reads its value into the target.
@@ -96,18 +103,21 @@ public:
     using Map = TLVParserMap<Target>;
     using Handler = typename Map::Handler;
 
-    static void NullFunc(TLVReader&, Target&) {} ///< Reads every id that a map does not hold.
+    static void NullFunc(TLVReader&, Target&) {} ///< What reads every id that a map does not hold.
 
     /// \p message stays where it is. What was read before a parse error stays in the target.
     static void Parse(TLVReader const& message, Map const& handlers, Target& target)
     {
         TLVReader level(message.position, message.remaining, message.context);
         while (level.remaining >= kTLVHeaderSize) { // fewer bytes at the end are no error
-            Handler const found = handlers.Find(ReadU32(level));
-            int const length = static_cast<int>(ReadU32(level)); // from 2^31 on negative, and as such never there
-            bool const whole = length >= 0 && length <= level.remaining;
-            TLVReader value(level.position, whole ? length : level.remaining, level.context);
-            (found ? found : NullFunc)(value, target);
+            unsigned char const* const header = Take(level, kTLVHeaderSize);
+            int const length = static_cast<int>(U32At(header + 4)); // from 2^31 on negative, and as such never there
+            // For an id that the map does not hold not even a reader is made: NullFunc would do nothing with it.
+            if (Handler const found = handlers.Find(U32At(header))) {
+                bool const whole = length >= 0 && length <= level.remaining;
+                TLVReader value(level.position, whole ? length : level.remaining, level.context);
+                found(value, target);
+            }
             if (!Take(level, length)) TLVParseError(); // on purpose after the handler has run, on what is there
         }
     }

@@ -3,6 +3,11 @@
 #include "eBlob.hpp"
 
 #include <algorithm>
+#include <new>
+
+/// Bytes. Blocks from this size on are those of realloc: they mostly grow where they are, or move as whole pages, and
+/// what is written is not copied again and again.
+static std::size_t const kLarge = 64U << 10;
 
 EArchiveError::EArchiveError(std::size_t offset, std::string const& wanted, std::string const& found)
     : std::runtime_error("archive offset " + std::to_string(offset) + ": wanted " + wanted + ", found " + found),
@@ -36,7 +41,7 @@ EArchive& EArchive::operator=(EArchive const& other)
 EArchive& EArchive::operator=(EArchive&& other) noexcept
 {
     if (this == &other) return *this;
-    ReleaseHeap();
+    if (m_data != m_local) ReleaseHeap();
     if (other.m_data == other.m_local) {
         m_data = m_local;
         std::memcpy(m_local, other.m_local, other.m_size);
@@ -140,13 +145,26 @@ bool EArchive::MakeRoom(std::size_t count)
     return true;
 }
 
+void EArchive::ReleaseHeap() noexcept
+{
+    if (m_capacity < kLarge)
+        delete[] m_data;
+    else
+        std::free(m_data);
+}
+
 void EArchive::Reserve(std::size_t capacity)
 {
     if (capacity <= m_capacity) return;
-    unsigned char* const data = new unsigned char[capacity];
-    std::memcpy(data, m_data, m_size);
-    ReleaseHeap();
-    m_data = data;
+    bool const isLarge = m_capacity >= kLarge;
+    void* const data =
+        capacity < kLarge ? new unsigned char[capacity] : std::realloc(isLarge ? m_data : nullptr, capacity);
+    if (!data) throw std::bad_alloc();
+    if (!isLarge) {
+        std::memcpy(data, m_data, m_size);
+        if (m_data != m_local) ReleaseHeap();
+    }
+    m_data = static_cast<unsigned char*>(data);
     m_capacity = capacity;
 }
 

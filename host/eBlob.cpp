@@ -5,9 +5,13 @@
 #include <algorithm>
 #include <cstring>
 
-EBlob::EBlob(void const* bytes, unsigned int count) : m_bytes(count)
+EBlob::EBlob(void const* bytes, unsigned int count)
 {
-    if (bytes && count > 0) std::memcpy(m_bytes.data(), bytes, count);
+    auto const* const first = static_cast<unsigned char const*>(bytes);
+    if (first)
+        m_bytes.assign(first, first + count); // not cleared first
+    else
+        m_bytes.resize(count);
 }
 
 void EBlob::SetSize(unsigned int size, bool keep)

@@ -41,7 +41,10 @@ public:
     EArchive(EArchive&& other) noexcept;
     EArchive& operator=(EArchive const& other);
     EArchive& operator=(EArchive&& other) noexcept;
-    ~EArchive() { ReleaseHeap(); }
+    ~EArchive()
+    {
+        if (m_data != m_local) ReleaseHeap();
+    }
 
     /// Copies the blob's bytes in. With \p replace they become the whole content and the archive stands at its start;
     /// without, they are appended and the position stays. The mode is left as it is.
@@ -185,10 +188,8 @@ private:
     [[gnu::cold, gnu::noinline]] unsigned char const* FailBytes(std::size_t count);
     /// False, with nothing done, when the archive is being read.
     [[gnu::cold, gnu::noinline]] bool MakeRoom(std::size_t count);
-    void ReleaseHeap()
-    {
-        if (m_data != m_local) delete[] m_data;
-    }
+    /// Gives back what is not m_local.
+    void ReleaseHeap() noexcept;
     void SetLimits();
     /// Makes the capacity at least \p capacity and keeps the content.
     void Reserve(std::size_t capacity);

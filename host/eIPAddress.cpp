@@ -89,7 +89,9 @@ std::string EIPAddress::GetAsString() const
 EArchive& operator<<(EArchive& archive, EIPAddress const& address)
 {
     archive << address.GetFamily();
-    return archive.WriteBytes(address.GetBytes(), AddressSize(address.GetFamily()));
+    // Constant sizes are copied without a call.
+    if (address.GetFamily() == EIPAddress::kIPv4) return archive.WriteBytes(address.GetBytes(), 4);
+    return archive.WriteBytes(address.GetBytes(), 16);
 }
 
 EArchive& operator>>(EArchive& archive, EIPAddress& address)
@@ -103,6 +105,12 @@ EArchive& operator>>(EArchive& archive, EIPAddress& address)
     archive >> family;
     if (family != EIPAddress::kIPv4 && family != EIPAddress::kIPv6)
         archive.Fail(start, "address family 17 or 18", std::to_string(family));
-    address.SetAddress(archive.ReadBytes(AddressSize(family)), AddressSize(family), family);
+    std::array<unsigned char, 16> bytes = {};
+    if (family == EIPAddress::kIPv4)
+        std::memcpy(bytes.data(), archive.ReadBytes(4), 4);
+    else
+        std::memcpy(bytes.data(), archive.ReadBytes(16), 16);
+    address.m_bytes = bytes;
+    address.m_family = family;
     return archive;
 }

@@ -49,6 +49,8 @@ public:
     }
 
 private:
+    friend IFHOST_API EArchive& operator>>(EArchive& archive, EIPAddress& address);
+
     unsigned int m_family = kIPv4;
     std::array<unsigned char, 16> m_bytes = {};
 };

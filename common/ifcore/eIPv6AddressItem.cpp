@@ -70,6 +70,11 @@ void EIPv6AddressItem::SerializeOut(EArchive& archive) const
 void EIPv6AddressItem::SerializeIn(EArchive& archive)
 {
     Empty();
+    SerializeInNew(archive);
+}
+
+void EIPv6AddressItem::SerializeInNew(EArchive& archive)
+{
     // Fields are read past the setters: no clamp, no announcement.
     ArchiveLayout(EArchiveReader(archive, {1, 1}, kSite), m_values);
 }

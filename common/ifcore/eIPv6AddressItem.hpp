@@ -3,6 +3,7 @@
 #include "eArchiveOperators.hpp"
 #include "eIPAddress.hpp"
 #include "eSubId.hpp"
+#include "eUniqueIDMap.hpp"
 #include "ifcoreExport.hpp"
 
 class EInterfaceItem;
@@ -42,6 +43,9 @@ public:
     bool ProcessEdit(ESubId first, ESubId last, EArchive& archive);
 
 private:
+    template <class Item, class Parent> friend class EUniqueIDMapImpl;
+    void SerializeInNew(EArchive& archive); ///< SerializeIn of a record that holds its defaults and has no parent.
+
     struct Values {
         static EIPAddress Unspecified(); // IPv6, all zero
 

@@ -245,6 +245,9 @@ public:
     bool ProcessEdit(ESubId first, ESubId last, EArchive& archive);
 
 private:
+    template <class Item, class Parent> friend class EUniqueIDMapImpl;
+    void SerializeInNew(EArchive& archive); ///< SerializeIn of a record that holds its defaults and has no parent.
+
     struct Values {
         static EIPAddress NoIPv6Gateway(); // IPv6, all zero
 

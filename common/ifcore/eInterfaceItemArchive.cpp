@@ -189,6 +189,11 @@ void EInterfaceItem::SerializeOut(EArchive& archive) const
 void EInterfaceItem::SerializeIn(EArchive& archive)
 {
     Empty();
+    SerializeInNew(archive);
+}
+
+void EInterfaceItem::SerializeInNew(EArchive& archive)
+{
     EArchiveReader const reader(archive, {1, 16}, kVersionSite);
     if (reader.Version() >= 7)
         Layout::Fields(reader, *this);

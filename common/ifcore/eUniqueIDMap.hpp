@@ -87,7 +87,7 @@ public:
     void* CreateAndSerializeIn(EArchive& archive) const override
     {
         std::unique_ptr<Item> item(Factory().CreateItem());
-        if (item) archive >> *item;
+        if (item) ReadNew(archive, *item, 0);
         return item.release();
     }
     void SerializeItemOut(void const* item, EArchive& archive) const override
@@ -109,6 +109,18 @@ public:
     void StoreParent(Parent parent) { m_parent = parent; }
 
 private:
+    /// An item of the default factory holds its defaults and is told to nobody: one that empties itself before it is
+    /// read need not, when it offers SerializeInNew.
+    template <class AnyItem>
+    auto ReadNew(EArchive& archive, AnyItem& item, int) const -> decltype(item.SerializeInNew(archive))
+    {
+        if (m_factory)
+            archive >> item;
+        else
+            item.SerializeInNew(archive);
+    }
+    template <class AnyItem> void ReadNew(EArchive& archive, AnyItem& item, long) const { archive >> item; }
+
     Parent m_parent;                                 // not owned, given to every item
     std::unique_ptr<EFactory<Item> const> m_factory; // null: the default one
     ParentSetter m_setParent;

@@ -326,16 +326,14 @@ class EConnectedInterfaces {
 public:
     explicit EConnectedInterfaces(EInterfaceItemList const& items)
     {
+        m_ids.reserve(items.size());
+        bool const askedForIPv6 = HasIPv6Gateway(items); // hardly ever: most addresses need not be looked at
         for (auto position = items.begin(); position != items.end(); ++position) {
             EInterfaceItem const& item = *items.GetItem(position);
             if (item.GetType() == INTERFACE_TYPE_GRE) continue;
             EIPAddress const& ipv4 = item.GetIPv4AddressItem().GetAddress();
             if (ipv4.GetFamily() == kIPv4Family) m_ids.emplace(ipv4, position->first); // the first one stays
-            EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
-            for (auto ipv6 = list.begin(); ipv6 != list.end(); ++ipv6) {
-                EIPAddress const& address = list.GetItem(ipv6)->GetAddress();
-                if (address.GetFamily() != kIPv4Family) m_ids.emplace(address, position->first);
-            }
+            if (askedForIPv6) AddIPv6Addresses(item, position->first);
         }
     }
     unsigned int const* Find(EIPAddress const& address) const ///< Its id; null without one
@@ -345,6 +343,21 @@ public:
     }
 
 private:
+    static bool HasIPv6Gateway(EInterfaceItemList const& items)
+    {
+        for (auto position = items.begin(); position != items.end(); ++position)
+            if (items.GetItem(position)->GetIPv4AddressItem().GetGateway().GetFamily() != kIPv4Family) return true;
+        return false;
+    }
+    void AddIPv6Addresses(EInterfaceItem const& item, unsigned int id)
+    {
+        EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
+        for (auto position = list.begin(); position != list.end(); ++position) {
+            EIPAddress const& address = list.GetItem(position)->GetAddress();
+            if (address.GetFamily() != kIPv4Family) m_ids.emplace(address, id);
+        }
+    }
+
     std::unordered_map<EIPAddress, unsigned int, EAddressHash> m_ids;
 };
 

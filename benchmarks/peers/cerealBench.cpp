@@ -4,6 +4,8 @@
 
 #include <cereal/archives/binary.hpp>
 #include <cereal/types/array.hpp>
+#include <cereal/types/map.hpp>
+#include <cereal/types/memory.hpp>
 #include <cereal/types/string.hpp>
 #include <cereal/types/vector.hpp>
 

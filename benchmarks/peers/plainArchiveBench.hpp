@@ -9,7 +9,7 @@
 #include <vector>
 
 // Saving and loading plain records with a library: `Library` has Save(std::streambuf&, plain::Table const&) and
-// Load(std::streambuf&, plain::Table&). The records are in memory as they are, one behind the other in a vector.
+// Load(std::streambuf&, plain::Table&).
 
 /// Room for the largest archive of that many interfaces.
 inline std::vector<char> Room(unsigned int interfaces)

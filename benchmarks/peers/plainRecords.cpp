@@ -104,12 +104,12 @@ static Interface Of(EInterfaceItem const& item)
     plain.type = static_cast<std::int32_t>(item.GetType());
     plain.enabled = item.IsEnabled();
     plain.euid = item.GetEUID().GetAsUint64();
-    plain.ethernet = EthernetOf(item);
+    plain.ethernet = std::make_unique<Ethernet>(EthernetOf(item));
     plain.ipv4 = Of(item.GetIPv4AddressItem());
     EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
     for (auto position = list.begin(); position != list.end(); ++position) {
         EIPv6AddressItem const& ipv6 = *list.GetItem(position);
-        plain.ipv6.push_back({ipv6.GetLocalId(), ipv6.GetMaskLength(), Of(ipv6.GetAddress())});
+        plain.ipv6[ipv6.GetLocalId()] = {ipv6.GetLocalId(), ipv6.GetMaskLength(), Of(ipv6.GetAddress())};
         plain.nextIPv6Id = ipv6.GetLocalId() + 1;
     }
     plain.dhcpEnabled = item.IsDHCPEnabled();
@@ -146,9 +146,8 @@ Table PlainTable(EInterfaceTable const& table)
                       table.IsVlanIdEnabled(),
                       table.IsAutoNeighborDiscoveryEnabled(),
                       table.IsAutoArpEnabled()};
-    plain.interfaces.reserve(table.GetCount());
     for (auto position = table.begin(); position != table.end(); ++position) {
-        plain.interfaces.push_back(Of(*table.GetItem(position)));
+        plain.interfaces.emplace(position->first, Of(*table.GetItem(position)));
         plain.nextId = position->first + 1;
     }
     return plain;

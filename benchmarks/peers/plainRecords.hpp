@@ -4,11 +4,14 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
-/// The records of an interface table as plain structs: what a program has that leaves its archives to a library. Every
+/// The records of an interface table as plain structs: what a program has that leaves its archives to a library. What
+/// is looked up by an id stands in a map and stays where it is, data that only some interfaces have is owned. Every
 /// record names its fields once, in Tie().
 namespace plain {
 
@@ -138,10 +141,10 @@ struct Interface {
     std::int32_t type = 0;
     bool enabled = false;
     std::uint64_t euid = 0;
-    Ethernet ethernet;
+    std::unique_ptr<Ethernet> ethernet;
     IPv4Item ipv4;
     std::uint32_t nextIPv6Id = 1;
-    std::vector<IPv6Item> ipv6;
+    std::map<std::uint32_t, IPv6Item> ipv6;
     bool dhcpEnabled = false;
     Dhcp dhcp;
     bool dhcpv6Enabled = false;
@@ -167,7 +170,7 @@ struct Table {
     std::int16_t fipVersion = 0;
     std::array<bool, 6> switches = {};
     std::uint32_t nextId = 1;
-    std::vector<Interface> interfaces;
+    std::map<std::uint32_t, Interface> interfaces;
     auto Tie() { return std::tie(numbers, fipVersion, switches, nextId, interfaces); }
 };
 

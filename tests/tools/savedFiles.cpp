@@ -1,5 +1,6 @@
 #include "savedFiles.hpp"
 
+#include "recordRef.hpp"
 #include "tableFile.hpp"
 #include "tlvBuild.hpp"
 
@@ -80,14 +81,14 @@ SavedFiles::SavedFiles(unsigned int interfaces)
         EDiscoveredTable seen;
         MakeStream(stream, interfaces, i == 0, seen);
         SaveTable(discovered, seen);
-        WriteInterfaceOperations(tables[i], {1}, TLVIds::ListOp::Edit, message);
+        WriteInterfaceOperations(tables[i], InterfaceIds(tables[i]), TLVIds::ListOp::Edit, message);
 
         std::string const goal[kKinds] = {m_folders[0] / "t", m_folders[1] / "t", m_folders[2] / "t",
                                           m_folders[3] / "t"};
         contents[0][i] = {{"edit", goal[0], "1", "mtu", i == 0 ? "1500" : "9000"}, FileText(table)};
         contents[1][i] = {{"upgrade", raw, goal[1]}, FileText(table)};
         contents[2][i] = {{"discovered", "apply", goal[2], stream}, FileText(discovered)};
-        contents[3][i] = {{"tlv", "build", table, "1", "--edit", "-o", goal[3]}, FileText(message)};
+        contents[3][i] = {{"tlv", "build", table, "--all", "--edit", "-o", goal[3]}, FileText(message)};
     }
     Add("an interface table that is edited", contents[0][0], contents[0][1], {"show"});
     Add("an interface table that is upgraded", contents[1][0], contents[1][1], {"show"});

@@ -4,6 +4,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <stdexcept>
 
 /// How many interfaces a benchmark was asked for.
@@ -16,6 +17,15 @@ inline unsigned int Count(benchmark::State const& state)
 inline void Require(bool condition, char const* what)
 {
     if (!condition) throw std::runtime_error(what);
+}
+
+/// Joins what was freed to large pieces, as the next large allocation otherwise would, whosever it is: destroying one
+/// benchmark's table must not be paid by the next.
+inline void SettleHeap()
+{
+    void* large = std::malloc(1 << 20);
+    benchmark::DoNotOptimize(large); // else the compiler leaves both calls out
+    std::free(large);
 }
 
 /// SampleTable(count), made once and kept. What is changed in it must be changed back.

@@ -43,11 +43,13 @@ std::unique_ptr<EInterfaceTable> Loaded(EBlob const& bytes)
 template <class Make> void TimeMaking(benchmark::State& state, Make const& make)
 {
     make();
+    SettleHeap();
     for (auto _ : state) {
         auto made = make();
         state.PauseTiming();
         Require(made->GetCount() == Count(state), "interfaces are missing");
         made.reset();
+        SettleHeap();
         state.ResumeTiming();
     }
 }

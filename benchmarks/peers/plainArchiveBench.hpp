@@ -43,11 +43,13 @@ template <class Library> void LoadPlain(benchmark::State& state)
         return table;
     };
     load(); // takes the memory from the kernel
+    SettleHeap();
     for (auto _ : state) {
         auto table = load();
         state.PauseTiming();
         Require(table->interfaces.size() == Count(state), "interfaces are missing");
         table.reset();
+        SettleHeap();
         state.ResumeTiming();
     }
 }

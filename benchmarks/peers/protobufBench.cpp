@@ -71,6 +71,7 @@ void Load(benchmark::State& state)
         state.PauseTiming();
         Require(interfaces == state.range(0), "interfaces are missing");
         arena.reset();
+        SettleHeap();
         state.ResumeTiming();
     }
 }

@@ -135,6 +135,8 @@ TEST(EditableFields, ABadValueIsReportedWithTheFieldAndWhatIsWanted)
         ASSERT_NE(nullptr, field) << c.name;
         EXPECT_EQ(c.message, Message(*field, c.value));
     }
+    EXPECT_EQ("dhcp.options: it is nested more than 64 deep",
+              Message(*FindField(RecordKind::dhcp, "options"), std::string(100000, '[') + std::string(100000, ']')));
 }
 
 TEST(EditableFields, ValuesAreTypedInSeveralForms)

@@ -97,6 +97,20 @@ TEST(TlvIdTable, AFileThatIsNoTableIsBadInput)
     for (auto const& c : cases) EXPECT_EQ(c.message, Failure(c.text)) << c.text;
 }
 
+TEST(TlvIdTable, AFileThatIsNestedTooDeeplyIsBadInput)
+{
+    std::string const deep = std::string(100000, '[') + std::string(100000, ']');
+    for (std::string const& text : {deep, std::string(100000, '['), R"({"ids": )" + deep + "}",
+                                    R"({"ids": [{"number": )" + deep + R"(, "name": "a"}]})",
+                                    R"({"ids": [{"number": 1, "name": )" + deep + "}]}"})
+        EXPECT_EQ("it is nested more than 64 deep", Failure(text)) << text.substr(0, 40);
+    std::string const deepest = std::string(64, '[') + "1" + std::string(64, ']');
+    EXPECT_EQ("this is no object with the member \"ids\"", Failure(deepest));
+    EXPECT_EQ("it is nested more than 64 deep", Failure("[" + deepest + "]"));
+    std::string const inText = R"({"ids": [{"number": 1, "name": "\" \\)" + deep + R"("}]})";
+    EXPECT_EQ("\" \\" + deep, FromText(inText).GetName(1));
+}
+
 TEST(TlvIdTable, IsPrintedInThreeForms)
 {
     TlvIdTable const ids = FromText(kThree);

@@ -87,7 +87,8 @@ TlvIdTable::TlvIdTable(std::string const& path)
 {
     Bytes const text = ReadWholeFile(path);
     try {
-        Json const json = Json::parse(text.begin(), text.end(), nullptr, false);
+        auto const* const begin = reinterpret_cast<char const*>(text.data());
+        Json const json = ParsedJson(begin, begin + text.size());
         if (json.is_discarded()) throw BadInput("this is not JSON");
         m_names = NamesFromJson(json);
     } catch (ToolError const& error) {
@@ -98,8 +99,9 @@ TlvIdTable::TlvIdTable(std::string const& path)
 
 void TlvIdTable::FindRules()
 {
+    m_rules.reserve(m_names.size());
     for (std::string const& name : m_names) {
-        auto const found = Rules().find(name);
+        auto const found = name.empty() ? Rules().end() : Rules().find(name); // most are, where numbers are large
         m_rules.push_back(found == Rules().end() ? std::vector<TlvRule const*>() : found->second);
     }
 }

@@ -497,10 +497,37 @@ void InsertMember(Json& object, std::string const& name, Json const& value)
         InsertMember(object[name.substr(0, dot)], name.substr(dot + 1), value);
 }
 
+/// How many lists and objects of JSON stand in one another at most; of other text, any number.
+static int Nesting(char const* begin, char const* end)
+{
+    int depth = 0;
+    int deepest = 0;
+    bool isInText = false;
+    for (char const* next = begin; next < end; ++next) {
+        if (*next == '"')
+            isInText = !isInText;
+        else if (isInText && *next == '\\')
+            ++next;
+        else if (!isInText && (*next == '[' || *next == '{'))
+            deepest = std::max(deepest, ++depth);
+        else if (!isInText && (*next == ']' || *next == '}'))
+            --depth;
+    }
+    return deepest;
+}
+
+Json ParsedJson(char const* begin, char const* end)
+{
+    // Not by a callback of the parser: with one, its time grows with the square of the length of a list.
+    if (Nesting(begin, end) > kMostNested)
+        throw BadInput("it is nested more than " + std::to_string(kMostNested) + " deep");
+    return Json::parse(begin, end, nullptr, false);
+}
+
 Json JsonOfText(std::string const& text, bool isComposite)
 {
     if (!isComposite) return Json(text);
-    Json json = Json::parse(text, nullptr, false);
+    Json json = ParsedJson(text.data(), text.data() + text.size());
     if (json.is_discarded()) throw BadInput("'" + text + "' is not JSON");
     return json;
 }

@@ -141,6 +141,11 @@ template <class Value> void FromJson(Json const& json, std::vector<Value>& value
 /// Sets the member of this name in an object; the parts of a name with dots are the objects on the way.
 void InsertMember(Json& object, std::string const& name, Json const& value);
 
+constexpr int kMostNested = 64; // lists and objects in one another; the values here need 3
+/// Discarded when it is no JSON. Throws ToolError when it is nested deeper: to copy or to print it would take a call
+/// for each level.
+Json ParsedJson(char const* begin, char const* end);
+
 /// JSON that stands for text typed by people: JSON itself when \p isComposite, else the text as it is.
 Json JsonOfText(std::string const& text, bool isComposite);
 

@@ -128,28 +128,36 @@ void CheckEnvelope(Bytes const& bytes, ArchiveKind kind)
             "the archive is what stands in the envelope");
 }
 
-void Show(EInterfaceTable const& table)
+constexpr std::size_t kMostShown = 64; // since text takes far more than the file it is made of
+
+void PrintRecord(std::ostream& out, EInterfaceTable const& table, unsigned int id)
+{
+    PrintInterface(out, *table.GetInterfaceItem(id));
+}
+
+void PrintRecord(std::ostream& out, EDiscoveredTable const& table, unsigned int id)
+{
+    PrintInfo(out, *table.GetInfo(id));
+}
+
+template <class Table> void Show(Table const& table, std::vector<unsigned int> ids)
 {
     std::ostringstream out;
-    RunGuarded([&] {
-        PrintOverview(out, table);
-        PrintTableSettings(out, table);
-        std::vector<unsigned int> const ids = InterfaceIds(table);
-        for (unsigned int id : ids) PrintInterface(out, *table.GetInterfaceItem(id));
-        out << TableJson(table, ids).dump(2, ' ', false, Json::error_handler_t::replace);
-    });
+    PrintOverview(out, table);
+    PrintTableSettings(out, table);
+    if (ids.size() > kMostShown) ids.resize(kMostShown);
+    for (unsigned int id : ids) PrintRecord(out, table, id);
+    out << TableJson(table, ids).dump(2, ' ', false, Json::error_handler_t::replace);
+}
+
+void Show(EInterfaceTable const& table)
+{
+    Show(table, InterfaceIds(table));
 }
 
 void Show(EDiscoveredTable const& table)
 {
-    std::ostringstream out;
-    RunGuarded([&] {
-        PrintOverview(out, table);
-        PrintTableSettings(out, table);
-        std::vector<unsigned int> const ids = InfoIds(table);
-        for (unsigned int id : ids) PrintInfo(out, *table.GetInfo(id));
-        out << TableJson(table, ids).dump(2, ' ', false, Json::error_handler_t::replace);
-    });
+    Show(table, InfoIds(table));
 }
 
 /// What was read, of a file that was refused too.
@@ -214,6 +222,8 @@ void ReadRawTable(Bytes const& bytes)
 
 // ---- TLVs -----------------------------------------------------------------------------------------------------------
 
+constexpr std::size_t kMostPrinted = 4096; // a file of a few bytes may have a number near a million
+
 /// This build's own when the file is no table of ids.
 TlvIdTable ReadTlvIdFile(Bytes const& bytes)
 {
@@ -226,13 +236,12 @@ TlvIdTable ReadTlvIdFile(Bytes const& bytes)
 void ReadTlvIds(Bytes const& bytes)
 {
     TlvIdTable const ids = ReadTlvIdFile(bytes);
+    if (ids.GetNames().size() > kMostPrinted) return;
     std::ostringstream text;
+    PrintTlvIds(text, ids);
+    PrintTlvIdsLua(text, ids);
     std::ostringstream json;
-    RunGuarded([&] {
-        PrintTlvIds(text, ids);
-        PrintTlvIdsLua(text, ids);
-        PrintTlvIdsJson(json, ids);
-    });
+    PrintTlvIdsJson(json, ids);
     std::string const printed = json.str();
     TlvIdTable const again = ReadTlvIdFile(Bytes(printed.begin(), printed.end()));
     Require(again.GetNames() == ids.GetNames(), "ids are read as they are printed");
@@ -297,7 +306,8 @@ void ReadSendersTlvMessage(Bytes const& bytes)
 {
     if (bytes.size() < 2) return;
     auto const begin = bytes.begin() + 2;
-    std::size_t const length = std::min<std::size_t>(bytes[0] << 8 | bytes[1], bytes.size() - 2);
+    std::size_t const high = bytes[0];
+    std::size_t const length = std::min(high << 8 | bytes[1], bytes.size() - 2);
     auto const middle = begin + static_cast<std::ptrdiff_t>(length);
     ReadTlvMessage(Bytes(middle, bytes.end()), ReadTlvIdFile(Bytes(begin, middle)));
 }

@@ -6,7 +6,7 @@
 
 constexpr double kMostSeconds = 1; ///< Of the thread's processor time: other load of the machine makes nothing slower.
 constexpr std::size_t kMostBytes = 256UL << 20; ///< Of the heap at one time,
-constexpr std::size_t kBytesPerByte = 1024;     ///< and this for each byte of the input.
+constexpr std::size_t kBytesPerByte = 512;      ///< and this for each byte of the input.
 
 /// Before an input of \p size bytes.
 void BeginInput(std::size_t size);

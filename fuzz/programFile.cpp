@@ -21,6 +21,7 @@
 #include "tableView.hpp"
 #include "tlvApply.hpp"
 #include "tlvDump.hpp"
+#include "tlvWalk.hpp"
 #include "toolError.hpp"
 
 #include "tlvParserMapTable.hpp"
@@ -275,6 +276,8 @@ void CheckApplied(Bytes const& bytes, TlvIdTable const& ids)
     });
     CheckTable(table);
     Require(refused != ApplyWhole(bytes, ids, expected), "the program refuses the messages that the library refuses");
+    Require(WalkTlvs(bytes.data(), bytes.size(), 0, ids, TlvView::asRead).has_value() == refused,
+            "what is wrong with a message is found if and only if it is refused");
     Require(Written(table) == Written(expected), "the program makes of a message what the library makes of it");
 }
 

@@ -6,6 +6,8 @@
 #include "eDiscoveredTable.hpp"
 #include "eRecord.hpp"
 
+#include <new>
+
 EDiscoveredInfo::EDiscoveredInfo() : m_neighbors(this)
 {
     AdoptRecords();
@@ -117,11 +119,39 @@ struct EDiscoveredInfo::Entries {
 
     /// Those that name a neighbour of this content by this id.
     Entries(EDiscoveredNeighbor const& neighbor, unsigned int id)
+        : m_mac(neighbor.GetMac()), m_addressCount(neighbor.GetAddressCount())
     {
-        byMac[EDiscoveredMacKey(neighbor.GetMac())] = id;
+        byMac[EDiscoveredMacKey(m_mac)] = id;
         for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
             byIp[EDiscoveredIpKey(*address)] = id;
     }
+    /// Whether the neighbour still has this content.
+    bool AreOf(EDiscoveredNeighbor const& neighbor) const
+    {
+        if (!(neighbor.GetMac() == m_mac) || neighbor.GetAddressCount() != m_addressCount) return false;
+        for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
+            if (byIp.find(EDiscoveredIpKey(*address)) == byIp.end()) return false;
+        return true;
+    }
+    /// Only the keys count; what was there under them becomes of these. On purpose by the MAC and the addresses alone:
+    /// entries that name another neighbour by now go too.
+    void TakeOut(EDiscoveredInfo& info) noexcept
+    {
+        auto const takeOut = [](auto& index, auto& keys) {
+            for (auto key = keys.begin(); key != keys.end();) {
+                auto const here = key++;
+                auto node = index.Take(here->first);
+                keys.erase(here);
+                if (node) keys.insert(std::move(node));
+            }
+        };
+        takeOut(info.m_neighborsByMac, byMac);
+        takeOut(info.m_neighborsByIp, byIp);
+    }
+
+private:
+    EMACAddress m_mac;
+    unsigned int m_addressCount;
 };
 
 /// What is there under the same MAC or address is overwritten: the last neighbour wins.
@@ -138,20 +168,10 @@ void EDiscoveredInfo::AddNeighborToMap(EDiscoveredNeighbor const* neighbor)
     PutIn(entries);
 }
 
-/// On purpose by the MAC and the addresses alone: entries that name another neighbour by now go too.
 EDiscoveredInfo::Entries EDiscoveredInfo::TakenOut(EDiscoveredNeighbor const& neighbor)
 {
-    Entries taken(neighbor, 0); // for its keys
-    auto const takeOut = [](auto& index, auto& keys) {
-        for (auto key = keys.begin(); key != keys.end();) {
-            auto const here = key++;
-            auto node = index.Take(here->first);
-            keys.erase(here);
-            if (node) keys.insert(std::move(node));
-        }
-    };
-    takeOut(m_neighborsByMac, taken.byMac);
-    takeOut(m_neighborsByIp, taken.byIp);
+    Entries taken(neighbor, 0);
+    taken.TakeOut(*this);
     return taken;
 }
 
@@ -167,6 +187,7 @@ static bool IsDefaultMAC(EDiscoveredTable const* table, unsigned int interfaceId
 
 unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
 {
+    EUniqueIDGenerator const before(m_neighbors.GetIdGenerator());
     unsigned int const id = m_neighbors.AddItem(neighbor);
     if (id == 0) return 0; // the ids are used up; one that an archive brought may have 0
     EDiscoveredNeighbor* const stored = GetNeighbor(id);
@@ -174,13 +195,23 @@ unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
     Keep(id, *stored);
     stored->TellOfAddresses();
     try {
+        Entries entries(*stored, id); // before the announcement, behind which nothing may fail
         GetHooks().AddingNeighbor(*stored);
-        AddNeighborToMap(stored);
-    } catch (...) { // what is not indexed is not there
+        if (entries.AreOf(*stored))
+            PutIn(entries);
+        else
+            AddNeighborToMap(stored); // the observer has changed it
+    } catch (...) {
+        // What is not indexed is not there.
         m_neighbors.RemoveItem(id);
         SetHasAddress(id, false);
         if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).FindDefaultMAC();
-        throw;
+        try {
+            throw;
+        } catch (std::bad_alloc const&) {
+            m_neighbors.SetIdGenerator(before); // no id is used up for want of memory
+            throw;
+        }
     }
     if (m_parent && !m_parent->HasDefaultMAC())
         Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac()); // on purpose without an address too
@@ -206,8 +237,12 @@ void EDiscoveredInfo::SetNeighbor(unsigned int id, EDiscoveredNeighbor const& ne
 void EDiscoveredInfo::RemoveNeighbor(unsigned int id)
 {
     if (EDiscoveredNeighbor const* const neighbor = GetNeighbor(id)) {
+        Entries removed(*neighbor, 0); // as in AddNeighbor
         GetHooks().RemovingNeighbor(*neighbor);
-        CleanNeighborMap(neighbor);
+        if (removed.AreOf(*neighbor))
+            removed.TakeOut(*this);
+        else
+            CleanNeighborMap(neighbor);
     }
     m_neighbors.RemoveItem(id);
     SetHasAddress(id, false);

@@ -41,7 +41,8 @@ public:
     EBlob Data()
     {
         std::size_t const high = Byte();
-        std::size_t const length = std::min(high << 8 | Byte(), static_cast<std::size_t>(m_end - m_next));
+        std::size_t const wanted = high << 8 | Byte();
+        std::size_t const length = std::min(wanted, static_cast<std::size_t>(m_end - m_next));
         EBlob const data(m_next, static_cast<unsigned int>(length));
         m_next += length;
         return data;

@@ -13,7 +13,7 @@ using Reading = std::function<Ending(BadInput const&)>;
 /// needs more than kBaseBytes + kBytesPerByte * its size of memory at a time.
 void CheckReading(std::string const& good, Numbers numbers, Reading const& read);
 
-std::size_t const kBaseBytes = 16 * 1024; // the table that a command or message finds, an error's text
+std::size_t const kBaseBytes = 24 * 1024; // the table that a command or message finds, an error's text
 std::size_t const kBytesPerByte = 64;
 
 /// Runs \p body: what it prints must be the fatal message, and only when it ends by it.

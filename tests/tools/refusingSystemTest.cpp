@@ -92,7 +92,7 @@ Prepare Refuse(RefusedCall const& call, int error)
 void ObeyPermissions()
 {
     if (geteuid() != 0) return;
-    for (unsigned long right : {CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH})
+    for (unsigned long const right : std::initializer_list<unsigned long>{CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH})
         if (prctl(PR_CAPBSET_DROP, right, 0, 0, 0) != 0) _exit(126);
 }
 

@@ -95,6 +95,7 @@ void EDiscoveredInfo::AddAddress(EIPAddress const& address)
 {
     m_addresses.IndexIfLong();
     if (HasAddress(address)) return;
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be in the list, which moves
     EIPAddress const added(address);
     m_addresses.MakeRoomForOne();
     GetHooks().AddingAddress(*this, added);
@@ -105,7 +106,8 @@ void EDiscoveredInfo::RemoveAddress(EIPAddress const& address)
 {
     m_addresses.IndexIfLong();
     if (!HasAddress(address)) return;
-    EIPAddress const removed(address); // it may be the one that goes
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be the one that goes
+    EIPAddress const removed(address);
     GetHooks().RemovingAddress(*this, removed);
     m_addresses.RemoveFirst(removed);
 }

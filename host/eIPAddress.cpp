@@ -45,7 +45,7 @@ static std::string DottedQuad(unsigned char const* bytes)
     return text;
 }
 
-static unsigned int Group(unsigned char const* bytes, unsigned int index)
+static unsigned int Group(unsigned char const* bytes, std::size_t index)
 {
     return static_cast<unsigned int>(bytes[2 * index] << 8 | bytes[2 * index + 1]);
 }

@@ -16,6 +16,7 @@ static void Prefetch(void const* item)
 {
     auto const start = reinterpret_cast<std::uintptr_t>(item);
     for (std::size_t offset = 0; offset < kPrefetched; offset += kCacheLine)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): no pointer may be moved that far
         __builtin_prefetch(reinterpret_cast<void const*>(start + offset));
 }
 

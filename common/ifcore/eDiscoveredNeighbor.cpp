@@ -66,7 +66,8 @@ bool EDiscoveredNeighbor::HasAddress(EIPAddress const& address) const
 
 void EDiscoveredNeighbor::AddAddress(EIPAddress const& address)
 {
-    EIPAddress const added(address); // it may be one of those that move now
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be in the list, which moves
+    EIPAddress const added(address);
     EDiscoveredInfo::IpIndex::Entries entry;
     if (m_parent) entry[EDiscoveredIpKey(added)] = m_values.localId;
     m_values.addresses.MakeRoomForOne();
@@ -80,7 +81,8 @@ void EDiscoveredNeighbor::RemoveAddress(EIPAddress const& address)
 {
     m_values.addresses.IndexIfLong();
     if (!HasAddress(address)) return;
-    EIPAddress const removed(address); // it may be the one that goes
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be the one that goes
+    EIPAddress const removed(address);
     GetHooks().RemovingNeighborAddress(*this, removed);
     m_values.addresses.RemoveFirst(removed);
     if (GetAddressCount() == 0) TellOfAddresses();

@@ -46,6 +46,7 @@ template <class Record> bool SameBytes(Record const& a, Record const& b)
 template <class Record>
 void CompareValues(std::string const& prefix, Record const* before, Record const* after, NamedChanges& changes)
 {
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): one of them at least is there
     NamedValues const names = ValuesOf(before ? *before : *after);
     NamedValues const old = before ? names : NamedValues(names.size());
     NamedValues const fresh = after ? ValuesOf(*after) : NamedValues(names.size());

@@ -29,16 +29,6 @@ void Save(benchmark::State& state)
     state.counters["bytes"] = static_cast<double>(KeptArchive(Count(state)).GetSize()) / Count(state);
 }
 
-std::unique_ptr<EInterfaceTable> Loaded(EBlob const& bytes)
-{
-    auto table = std::make_unique<EInterfaceTable>();
-    EArchive archive;
-    archive.SetFromEBlob(bytes, true);
-    archive.SetMode(2);
-    archive >> *table;
-    return table;
-}
-
 /// Times \p make, not the destruction of what it made. One round before it takes the memory from the kernel.
 template <class Make> void TimeMaking(benchmark::State& state, Make const& make)
 {

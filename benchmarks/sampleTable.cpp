@@ -131,3 +131,13 @@ EBlob Written(EInterfaceTable const& table)
     archive << table;
     return archive.GetAsEBlob();
 }
+
+std::unique_ptr<EInterfaceTable> Loaded(EBlob const& bytes)
+{
+    auto table = std::make_unique<EInterfaceTable>();
+    EArchive archive;
+    archive.SetFromEBlob(bytes, true);
+    archive.SetMode(2);
+    archive >> *table;
+    return table;
+}

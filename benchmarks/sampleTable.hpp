@@ -21,3 +21,6 @@ EIPAddress SampleIPv6(unsigned int id);
 
 /// The archive of a table.
 EBlob Written(EInterfaceTable const& table);
+
+/// The table that an archive makes.
+std::unique_ptr<EInterfaceTable> Loaded(EBlob const& bytes);

@@ -2,22 +2,17 @@
 #include "eMultiComponentId.hpp"
 #include "eSingleCommand.hpp"
 #include "golden.hpp"
+#include "hostActions.hpp"
 #include "recordedInterface.hpp"
 
 #include <gmock/gmock.h>
+
 #include <gtest/gtest.h>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-unsigned int const SET = 2;
-unsigned int const ENABLE = 3;
-unsigned int const DISABLE = 4;
-unsigned int const ADD = 5;
-unsigned int const REMOVE = 6;
-unsigned int const EDIT = 7;
 
 EMultiComponentId Target(std::initializer_list<unsigned int> path, std::vector<unsigned int> const& leaves = {})
 {

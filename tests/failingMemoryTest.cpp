@@ -8,10 +8,12 @@
 
 #include "builtMessages.hpp"
 #include "failingMemory.hpp"
+#include "hostActions.hpp"
 #include "interfaceSamples.hpp"
 #include "tableRules.hpp"
 
 #include <boost/make_shared.hpp>
+
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -19,13 +21,6 @@
 #include <vector>
 
 namespace {
-
-unsigned int const SET = 2;
-unsigned int const ENABLE = 3;
-unsigned int const DISABLE = 4;
-unsigned int const ADD = 5;
-unsigned int const REMOVE = 6;
-unsigned int const EDIT = 7;
 
 char const* const kLongText = "a text that no string keeps without an allocation";
 char const* const kOwnIPv4 = "192.0.2.1"; // of the interfaces 2 and 3

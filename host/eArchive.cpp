@@ -9,6 +9,14 @@
 /// what is written is not copied again and again.
 static std::size_t const kLarge = 64U << 10;
 
+/// The least integer that takes \p width bytes behind the first.
+static unsigned long LeastPattern(unsigned int width)
+{
+    static unsigned long const kLeast[] = {0,         0xF8,      1UL << 8,  1UL << 16, 1UL << 24,
+                                           1UL << 32, 1UL << 40, 1UL << 48, 1UL << 56};
+    return kLeast[width];
+}
+
 EArchiveError::EArchiveError(std::size_t offset, std::string const& wanted, std::string const& found)
     : std::runtime_error("archive offset " + std::to_string(offset) + ": wanted " + wanted + ", found " + found),
       m_offset(offset)
@@ -19,12 +27,11 @@ EArchiveError::~EArchiveError() = default;
 
 EArchive::EArchive(EArchive const& other)
 {
-    Reserve(other.m_size);
-    std::memcpy(m_data, other.m_data, other.m_size);
-    m_size = other.m_size;
-    m_position = other.m_position;
+    std::size_t const size = other.GetSize();
+    Reserve(size);
+    std::memcpy(m_begin, other.m_begin, size);
     m_storing = other.m_storing;
-    SetLimits();
+    Place(size, other.GetOffset());
 }
 
 EArchive::EArchive(EArchive&& other) noexcept
@@ -41,81 +48,70 @@ EArchive& EArchive::operator=(EArchive const& other)
 EArchive& EArchive::operator=(EArchive&& other) noexcept
 {
     if (this == &other) return *this;
-    if (m_data != m_local) ReleaseHeap();
-    if (other.m_data == other.m_local) {
-        m_data = m_local;
-        std::memcpy(m_local, other.m_local, other.m_size);
+    if (m_begin != m_local) ReleaseHeap();
+    std::size_t const size = other.GetSize();
+    std::size_t const position = other.GetOffset();
+    if (other.m_begin == other.m_local) {
+        m_begin = m_local;
+        std::memcpy(m_local, other.m_local, size);
     } else {
-        m_data = std::exchange(other.m_data, other.m_local);
+        m_begin = std::exchange(other.m_begin, other.m_local);
     }
     m_capacity = std::exchange(other.m_capacity, kLocalCapacity);
-    m_size = std::exchange(other.m_size, 0);
-    m_position = std::exchange(other.m_position, 0);
     m_storing = std::exchange(other.m_storing, true);
-    SetLimits();
-    other.SetLimits();
+    Place(size, position);
+    other.Place(0, 0);
     return *this;
 }
 
 void EArchive::SetFromEBlob(EBlob const& blob, bool replace)
 {
-    std::size_t const start = replace ? 0 : m_size;
-    Reserve(start + blob.GetSize());
-    if (blob.GetSize() > 0) std::memcpy(m_data + start, blob.GetData(), blob.GetSize());
-    m_size = start + blob.GetSize();
-    if (replace) m_position = 0;
-    SetLimits();
+    std::size_t const start = replace ? 0 : GetSize();
+    std::size_t const size = start + blob.GetSize();
+    Reserve(size);
+    if (blob.GetSize() > 0) std::memcpy(m_begin + start, blob.GetData(), blob.GetSize());
+    Place(size, replace ? 0 : GetOffset());
 }
 
 void EArchive::SetMode(int mode)
 {
     if (mode != 1 && mode != 2) throw std::invalid_argument("archive mode " + std::to_string(mode));
+    std::size_t const size = GetSize();
     m_storing = mode == 1;
-    m_position = 0;
-    SetLimits();
+    Place(size, 0);
 }
 
 EBlob EArchive::GetAsEBlob() const
 {
-    if (m_size > std::numeric_limits<unsigned int>::max()) throw std::length_error("an archive of more than 4 GiB");
-    return EBlob(m_data, static_cast<unsigned int>(m_size));
+    std::size_t const size = GetSize();
+    if (size > std::numeric_limits<unsigned int>::max()) throw std::length_error("an archive of more than 4 GiB");
+    return EBlob(m_begin, static_cast<unsigned int>(size));
 }
 
 void EArchive::Fail(std::size_t offset, std::string const& wanted, std::string const& found)
 {
-    m_position = offset;
+    if (!m_storing) m_next = m_begin + offset;
     throw EArchiveError(offset, wanted, found);
 }
 
-unsigned long EArchive::ReadWidePattern(unsigned long largest, char const* type)
+/// Of an integer that begins in the last bytes, or has no wide form; and of an archive that is being written, 0.
+unsigned long EArchive::ReadLastPattern(unsigned long largest, char const* type)
 {
-    if (m_position == m_readLimit) {
-        if (m_storing) return 0;
-        FailPattern(largest, type, 0, 0);
-    }
-    unsigned char const* const bytes = m_data + m_position;
-    std::size_t const present = m_readLimit - m_position - 1; // behind the first
-    unsigned int const width = bytes[0] > kLargestSingle ? bytes[0] - kLargestSingle : 0;
-    unsigned long pattern = bytes[0];
-    if (width > 0) {
-        if (present >= sizeof pattern) { // one load, whatever the width
-            std::memcpy(&pattern, bytes + 1, sizeof pattern);
-            pattern = be64toh(pattern) >> (64 - 8 * width);
-        } else {
-            if (present < width) FailPattern(largest, type, width, 0);
-            pattern = 0;
-            for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | bytes[i];
-        }
-    }
+    if (m_storing) return 0;
+    if (AtEnd()) FailPattern(largest, type, 0, 0);
+    unsigned int const width = *m_next > kLargestSingle ? *m_next - kLargestSingle : 0;
+    if (GetRemaining() <= width) FailPattern(largest, type, width, 0);
+    unsigned long pattern = width == 0 ? *m_next : 0;
+    for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | m_next[i];
     if (pattern < LeastPattern(width) || pattern > largest) FailPattern(largest, type, width, pattern);
-    m_position += 1 + width;
+    m_next += 1 + width;
     return pattern;
 }
 
 /// Says why the integer at the position cannot be read: \p width bytes behind the first, which make \p pattern.
 void EArchive::FailPattern(unsigned long largest, char const* type, unsigned int width, unsigned long pattern)
 {
-    std::size_t const start = m_position;
+    std::size_t const start = GetOffset();
     if (AtEnd()) Fail(start, type, "the end");
     std::size_t const present = GetRemaining() - 1;
     if (present < width)
@@ -125,51 +121,54 @@ void EArchive::FailPattern(unsigned long largest, char const* type, unsigned int
     Fail(start, std::string(type) + " of at most " + std::to_string(largest), std::to_string(pattern));
 }
 
-void EArchive::FailCount(std::size_t offset, unsigned long count)
+void EArchive::FailCount(unsigned char const* start, unsigned long count)
 {
-    Fail(offset, "a count of at most the " + std::to_string(GetRemaining()) + " bytes that remain",
-         std::to_string(count));
+    Fail(static_cast<std::size_t>(start - m_begin),
+         "a count of at most the " + std::to_string(GetRemaining()) + " bytes that remain", std::to_string(count));
 }
 
 unsigned char const* EArchive::FailBytes(std::size_t count)
 {
     if (m_storing) return nullptr;
-    Fail(m_position, std::to_string(count) + " bytes", std::to_string(GetRemaining()));
+    Fail(GetOffset(), std::to_string(count) + " bytes", std::to_string(GetRemaining()));
 }
 
 bool EArchive::MakeRoom(std::size_t count)
 {
     if (!m_storing) return false;
-    Reserve(std::max(m_size + count, 2 * m_capacity));
-    SetLimits();
+    Reserve(std::max(GetSize() + count + kReserve, 2 * m_capacity));
     return true;
 }
 
 void EArchive::ReleaseHeap() noexcept
 {
     if (m_capacity < kLarge)
-        delete[] m_data;
+        delete[] m_begin;
     else
-        std::free(m_data);
+        std::free(m_begin);
 }
 
 void EArchive::Reserve(std::size_t capacity)
 {
     if (capacity <= m_capacity) return;
+    std::size_t const size = GetSize();
+    std::size_t const position = GetOffset();
     bool const isLarge = m_capacity >= kLarge;
     void* const data =
-        capacity < kLarge ? new unsigned char[capacity] : std::realloc(isLarge ? m_data : nullptr, capacity);
+        capacity < kLarge ? new unsigned char[capacity] : std::realloc(isLarge ? m_begin : nullptr, capacity);
     if (!data) throw std::bad_alloc();
     if (!isLarge) {
-        std::memcpy(data, m_data, m_size);
-        if (m_data != m_local) ReleaseHeap();
+        std::memcpy(data, m_begin, size);
+        if (m_begin != m_local) ReleaseHeap();
     }
-    m_data = static_cast<unsigned char*>(data);
+    m_begin = static_cast<unsigned char*>(data);
     m_capacity = capacity;
+    Place(size, position);
 }
 
-void EArchive::SetLimits()
+void EArchive::Place(std::size_t size, std::size_t position)
 {
-    m_writeLimit = m_storing ? m_capacity : 0;
-    m_readLimit = m_storing ? 0 : m_size;
+    m_next = m_begin + (m_storing ? size : position);
+    m_writeEnd = m_storing ? m_begin + (m_capacity - kReserve) : m_begin;
+    m_readEnd = m_storing ? m_begin : m_begin + size;
 }

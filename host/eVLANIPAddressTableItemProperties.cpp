@@ -14,11 +14,9 @@ EArchive& operator>>(EArchive& archive, EVLANIPAddressTableItemProperties& prope
 {
     EVLANIPAddressTableItemProperties read;
     archive >> read.m_enabled;
-    read.SetVLANCount(static_cast<unsigned int>(archive.ReadCount()));
-    for (unsigned int level = 0; level < read.GetVLANCount(); ++level) {
-        unsigned short tag = 0;
-        archive >> tag;
-        read.SetVlanTag(tag, level);
+    if (std::size_t const levels = archive.ReadCount()) {
+        read.SetVLANCount(static_cast<unsigned int>(levels));
+        for (unsigned int level = 0; level < levels; ++level) archive >> read.TagOf(level);
     }
     properties = std::move(read);
     return archive;

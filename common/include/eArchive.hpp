@@ -16,7 +16,8 @@
 
 class EBlob;
 
-/// What reading throws when the bytes do not hold what was asked for. The read that failed consumed nothing.
+/// What reading throws when the bytes do not hold what was asked for. The primitive value that failed was not consumed,
+/// those before it in the same record were.
 class IFHOST_API EArchiveError : public std::runtime_error {
 public:
     /// \param offset of the byte, from the start of the archive, at which the value was looked for.
@@ -43,7 +44,7 @@ public:
     EArchive& operator=(EArchive&& other) noexcept;
     ~EArchive()
     {
-        if (m_data != m_local) ReleaseHeap();
+        if (m_begin != m_local) ReleaseHeap();
     }
 
     /// Copies the blob's bytes in. With \p replace they become the whole content and the archive stands at its start;
@@ -55,7 +56,7 @@ public:
     EBlob GetAsEBlob() const;
     bool IsStoring() const { return m_storing; }
     /// Whether everything was read; an archive that is being written always stands at its end.
-    bool AtEnd() const { return m_position == m_readLimit; }
+    bool AtEnd() const { return m_storing || m_next == m_readEnd; }
 
     EArchive& operator<<(bool value) { return WriteInteger(value); }
     EArchive& operator<<(signed char value) { return WriteInteger(value); }
@@ -84,11 +85,12 @@ public:
     EArchive& operator>>(std::string& value)
     {
         std::size_t const size = ReadCount();
-        unsigned char const* const bytes = ReadBytes(size);
-        if (size == 0)
+        if (size == 0) {
             value.clear();
-        else
-            value.assign(reinterpret_cast<char const*>(bytes), size);
+        } else {
+            value.assign(reinterpret_cast<char const*>(m_next), size);
+            m_next += size; // which ReadCount found to be there
+        }
         return *this;
     }
 
@@ -97,32 +99,42 @@ public:
     /// Appends \p count raw bytes; \p bytes may be null when \p count is 0.
     EArchive& WriteBytes(void const* bytes, std::size_t count)
     {
-        if (count == 0 || (m_size + count > m_writeLimit && !MakeRoom(count))) return *this;
-        std::memcpy(m_data + m_size, bytes, count);
-        m_size += count;
+        unsigned char* const added = count == 0 ? nullptr : AddBytes(count);
+        if (added) std::memcpy(added, bytes, count);
         return *this;
+    }
+    /// Appends \p count bytes, which the caller sets: valid until the archive changes. Null when it is being read.
+    unsigned char* AddBytes(std::size_t count)
+    {
+        if (!HasRoom(count)) return nullptr;
+        unsigned char* const bytes = m_next;
+        m_next += count;
+        return bytes;
     }
     /// The next \p count bytes, consumed: valid until the archive changes. Null when the archive is being written and
     /// \p count is not 0.
     unsigned char const* ReadBytes(std::size_t count)
     {
         if (__builtin_expect(GetRemaining() < count, false)) return FailBytes(count);
-        unsigned char const* bytes = m_data + m_position;
-        m_position += count;
+        unsigned char const* const bytes = m_next;
+        m_next += count;
         return bytes;
     }
+    /// The next \p count bytes, not consumed; null when there are not so many.
+    unsigned char const* PeekBytes(std::ptrdiff_t count) const { return m_readEnd - m_next < count ? nullptr : m_next; }
+    void SkipBytes(std::size_t count) { m_next += count; } ///< Consumes bytes that PeekBytes gave.
     /// Reads an `unsigned long` count of things that take at least one byte each; more than what remains is an error,
     /// so that the count may be used to allocate.
     std::size_t ReadCount()
     {
-        std::size_t const start = m_position;
+        unsigned char const* const start = m_next;
         unsigned long count = 0;
         *this >> count;
-        if (__builtin_expect(count > GetRemaining(), false)) FailCount(start, count);
+        if (count != 0 && __builtin_expect(count > GetRemaining(), false)) FailCount(start, count);
         return count;
     }
-    std::size_t GetRemaining() const { return m_readLimit - m_position; }
-    std::size_t GetOffset() const { return m_position; }
+    std::size_t GetRemaining() const { return m_storing ? 0 : static_cast<std::size_t>(m_readEnd - m_next); }
+    std::size_t GetOffset() const { return m_storing ? 0 : static_cast<std::size_t>(m_next - m_begin); }
     /// Goes back to \p offset, where a value begins that turned out wrong, and throws the error.
     [[noreturn, gnu::cold]] void Fail(std::size_t offset, std::string const& wanted, std::string const& found);
     ///@}
@@ -130,7 +142,8 @@ public:
 private:
     static constexpr unsigned int kLargestSingle = 0xF7; // larger patterns follow a byte that tells their width
     static constexpr std::size_t kWidest = 9;            // bytes of the longest form of an integer
-    static constexpr std::size_t kLocalCapacity = 128 + kWidest - 1;
+    static constexpr std::size_t kReserve = kWidest - 1; // bytes behind the place of a last integer
+    static constexpr std::size_t kLocalCapacity = 128 + kReserve;
     static_assert(sizeof(unsigned long) == 8, "integers of up to eight bytes are archived");
 
     template <class Integer> static constexpr unsigned long LargestPattern()
@@ -139,12 +152,6 @@ private:
             return 1;
         else
             return std::numeric_limits<std::make_unsigned_t<Integer>>::max();
-    }
-    /// The least one that takes \p width bytes behind the first.
-    static constexpr unsigned long LeastPattern(unsigned int width)
-    {
-        if (width < 2) return width * (kLargestSingle + 1UL);
-        return 1UL << 8 * (width - 1);
     }
     template <class Integer> EArchive& WriteInteger(Integer value)
     {
@@ -156,50 +163,72 @@ private:
     }
     void WritePattern(unsigned long pattern)
     {
-        // The write limit of an archive that is being read is 0, so that one comparison answers both questions.
-        if (__builtin_expect(m_size + kWidest > m_writeLimit, false) && !MakeRoom(kWidest)) return;
+        if (__builtin_expect(m_next >= m_writeEnd, false) && !MakeRoom(kWidest)) return;
         if (pattern <= kLargestSingle) {
-            m_data[m_size++] = static_cast<unsigned char>(pattern);
+            *m_next++ = static_cast<unsigned char>(pattern);
             return;
         }
         unsigned int const width = (71U - static_cast<unsigned int>(__builtin_clzl(pattern))) / 8; // bytes, 1 to 8
         unsigned long const bigEndian = htobe64(pattern << (64 - 8 * width));
-        m_data[m_size] = static_cast<unsigned char>(kLargestSingle + width);
-        std::memcpy(m_data + m_size + 1, &bigEndian, sizeof bigEndian);
-        m_size += 1 + width;
+        *m_next = static_cast<unsigned char>(kLargestSingle + width);
+        std::memcpy(m_next + 1, &bigEndian, sizeof bigEndian);
+        m_next += 1 + width;
     }
     template <class Integer> EArchive& ReadInteger(Integer& value, char const* type)
     {
         constexpr unsigned long largest = LargestPattern<Integer>();
         constexpr unsigned long single = largest < kLargestSingle ? largest : kLargestSingle;
+        unsigned char* const next = m_next;
         unsigned long pattern = 0;
-        // The read limit of an archive that is being written is 0, as is its position.
-        if (__builtin_expect(m_position < m_readLimit && m_data[m_position] <= single, true))
-            pattern = m_data[m_position++];
-        else
+        if (__builtin_expect(next < m_readEnd && *next <= single, true)) {
+            pattern = *next;
+            m_next = next + 1;
+        } else {
             pattern = ReadWidePattern(largest, type);
+        }
         value = static_cast<Integer>(pattern);
         return *this;
     }
-    unsigned long ReadWidePattern(unsigned long largest, char const* type);
+    [[gnu::always_inline]] unsigned long ReadWidePattern(unsigned long largest, char const* type)
+    {
+        if (m_readEnd - m_next < static_cast<std::ptrdiff_t>(kWidest) || *m_next <= kLargestSingle)
+            return ReadLastPattern(largest, type);
+        unsigned int const width = *m_next - kLargestSingle;
+        unsigned long pattern = 0;
+        std::memcpy(&pattern, m_next + 1, sizeof pattern); // one load, whatever the width
+        pattern = be64toh(pattern) >> (64 - 8 * width);
+        bool const isShortest = m_next[1] > (width == 1 ? kLargestSingle : 0);
+        if (!isShortest || pattern > largest) FailPattern(largest, type, width, pattern);
+        m_next += 1 + width;
+        return pattern;
+    }
+    [[gnu::cold, gnu::noinline]] unsigned long ReadLastPattern(unsigned long largest, char const* type);
     [[noreturn, gnu::cold, gnu::noinline]] void FailPattern(unsigned long largest, char const* type, unsigned int width,
                                                             unsigned long pattern);
-    [[noreturn, gnu::cold, gnu::noinline]] void FailCount(std::size_t offset, unsigned long count);
+    [[noreturn, gnu::cold, gnu::noinline]] void FailCount(unsigned char const* start, unsigned long count);
     [[gnu::cold, gnu::noinline]] unsigned char const* FailBytes(std::size_t count);
     /// False, with nothing done, when the archive is being read.
     [[gnu::cold, gnu::noinline]] bool MakeRoom(std::size_t count);
+    bool HasRoom(std::size_t count)
+    {
+        std::ptrdiff_t const room = m_writeEnd - m_next; // not more than there is; below 1 in an archive that is read
+        return (room > 0 && count <= static_cast<std::size_t>(room)) || MakeRoom(count);
+    }
     /// Gives back what is not m_local.
     void ReleaseHeap() noexcept;
-    void SetLimits();
+    std::size_t GetSize() const { return static_cast<std::size_t>((m_storing ? m_next : m_readEnd) - m_begin); }
+    /// Says where in the present memory content and position are; the position of an archive that is written is the
+    /// end.
+    void Place(std::size_t size, std::size_t position);
     /// Makes the capacity at least \p capacity and keeps the content.
     void Reserve(std::size_t capacity);
 
-    unsigned char* m_data = m_local; // m_local, or owned
+    // One comparison answers whether the mode is right and whether there is room, or a byte to read.
+    unsigned char* m_begin = m_local;                                // m_local, or owned
+    unsigned char* m_next = m_local;                                 // of the next byte to write or to read
+    unsigned char* m_writeEnd = m_local + kLocalCapacity - kReserve; // of room for the widest; m_begin while reading
+    unsigned char* m_readEnd = m_local;                              // of the content; m_begin while storing
     std::size_t m_capacity = kLocalCapacity;
-    std::size_t m_size = 0;
-    std::size_t m_position = 0;                // of the next byte to read; 0 while storing
-    std::size_t m_writeLimit = kLocalCapacity; // the capacity; 0 while reading
-    std::size_t m_readLimit = 0;               // the size; 0 while storing
     bool m_storing = true;
     unsigned char m_local[kLocalCapacity];
 };

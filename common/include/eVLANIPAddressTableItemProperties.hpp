@@ -60,6 +60,10 @@ private:
     {
         return level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
     }
+    unsigned short& TagOf(unsigned int level)
+    {
+        return level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
+    }
     unsigned int GetBits(unsigned int level, unsigned int shift, unsigned int mask) const
     {
         return level < GetVLANCount() ? static_cast<unsigned int>(TagOf(level)) >> shift & mask : 0;
@@ -67,8 +71,8 @@ private:
     void SetBits(unsigned int level, unsigned int shift, unsigned int mask, unsigned int value)
     {
         if (level >= GetVLANCount()) return;
-        unsigned int const others = TagOf(level) & ~(mask << shift);
-        unsigned short& tag = level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
+        unsigned short& tag = TagOf(level);
+        unsigned int const others = tag & ~(mask << shift);
         tag = static_cast<unsigned short>(others | (value & mask) << shift);
     }
 

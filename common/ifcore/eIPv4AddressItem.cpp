@@ -110,6 +110,11 @@ void EIPv4AddressItem::SerializeOut(EArchive& archive) const
 void EIPv4AddressItem::SerializeIn(EArchive& archive)
 {
     Empty();
+    SerializeInNew(archive);
+}
+
+void EIPv4AddressItem::SerializeInNew(EArchive& archive)
+{
     // Fields are read past the setters: no clamp, no announcement.
     ArchiveLayout(EArchiveReader(archive, {1, 3}, kSite), m_values);
 }

@@ -46,6 +46,9 @@ public:
     bool ProcessEdit(ESubId first, ESubId last, EArchive& archive);
 
 private:
+    friend class EInterfaceItem;
+    void SerializeInNew(EArchive& archive); ///< SerializeIn of a record that holds its defaults.
+
     struct Values {
         bool enabled = false;
         EIPAddress address;           // IPv4 0.0.0.0

@@ -35,7 +35,7 @@ struct EInterfaceItem::Layout {
         archive.Since(7, PerTypeData<Item>{item});
         archive.Since(7, v.enabled);
         archive.Since(7, v.localId);
-        archive.Since(7, item.m_ipv4);
+        archive.Since(7, IPv4Record<Item>{item});
         archive.Since(7, item.m_ipv6);
         archive.Since(7, v.euid);
         archive.Since(7, v.name);
@@ -104,6 +104,20 @@ private:
     {
         return {item, tag, record, ensure, closing};
     }
+
+    template <class Item> struct IPv4Record {
+        Item& item;
+
+        void SerializeOut(EArchive& archive) const { archive << item.m_ipv4; }
+        /// Emptying it once more would change nothing, and without a table nobody is told of it.
+        void SerializeIn(EArchive& archive)
+        {
+            if (item.m_parent)
+                archive >> item.m_ipv4;
+            else
+                item.m_ipv4.SerializeInNew(archive);
+        }
+    };
 
     /// The tag and the record of each that exists, then the closing tag 0.
     template <class Item> struct PerTypeData {

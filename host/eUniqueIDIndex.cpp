@@ -45,11 +45,14 @@ bool EUniqueIDIndex::Add(Map& items, Map::iterator added)
     std::size_t const covered = m_slots.size();
     if (offset >= covered) {
         if (added->first < m_first || offset >= kSlotsPerItem * items.size()) return false;
-        m_slots.resize(offset + 1);
-        if (offset > covered) { // between them may be items that were too far away when they were added
-            Map::iterator item = items.lower_bound(m_first + static_cast<unsigned int>(covered));
-            for (; item != added; ++item) m_slots[OffsetOf(item->first)] = item;
+        if (offset == covered) { // ids mostly come in ascending order
+            m_slots.emplace_back(added);
+            return true;
         }
+        m_slots.resize(offset + 1);
+        // Between them may be items that were too far away when they were added.
+        Map::iterator item = items.lower_bound(m_first + static_cast<unsigned int>(covered));
+        for (; item != added; ++item) m_slots[OffsetOf(item->first)] = item;
     }
     m_slots[offset] = added;
     return true;

@@ -3,13 +3,13 @@
 #include "eHexText.hpp"
 
 #include <algorithm>
-#include <cstring>
+#include <utility>
+#include <vector>
 
 EBlob::EBlob(void const* bytes, unsigned int count)
 {
-    auto const* const first = static_cast<unsigned char const*>(bytes);
-    if (first)
-        m_bytes.assign(first, first + count); // not cleared first
+    if (bytes)
+        m_bytes.assign(static_cast<char const*>(bytes), count); // not cleared first
     else
         m_bytes.resize(count);
 }
@@ -23,25 +23,24 @@ void EBlob::SetSize(unsigned int size, bool keep)
 void EBlob::Memset(unsigned char value, unsigned int offset, unsigned int count)
 {
     unsigned int const start = std::min(offset, GetSize());
-    std::fill_n(m_bytes.begin() + start, std::min(count, GetSize() - start), value);
+    std::fill_n(m_bytes.begin() + start, std::min(count, GetSize() - start), static_cast<char>(value));
 }
 
 void EBlob::GetAt(EBlob& out, unsigned int offset, unsigned int count) const
 {
     unsigned int const start = std::min(offset, GetSize());
-    auto const first = m_bytes.begin() + start;
-    std::vector<unsigned char> range(first, first + std::min(count, GetSize() - start));
+    std::string range(m_bytes, start, count);
     out.m_bytes = std::move(range);
 }
 
 void EBlob::RemoveLeadingBytes(unsigned int count)
 {
-    m_bytes.erase(m_bytes.begin(), m_bytes.begin() + std::min(count, GetSize()));
+    m_bytes.erase(0, count);
 }
 
 std::string EBlob::GetHexString() const
 {
-    return FormatHexBytes(m_bytes.data(), m_bytes.size(), "");
+    return FormatHexBytes(GetData(), GetSize(), "");
 }
 
 static bool IsWhiteSpace(char character)
@@ -68,7 +67,7 @@ bool EBlob::SetHexString(std::string const& text)
     if (digits.size() % 2 != 0) digits.insert(digits.begin(), 0);
     m_bytes.resize(digits.size() / 2);
     for (std::size_t i = 0; i < m_bytes.size(); ++i)
-        m_bytes[i] = static_cast<unsigned char>(digits[2 * i] << 4 | digits[2 * i + 1]);
+        m_bytes[i] = static_cast<char>(digits[2 * i] << 4 | digits[2 * i + 1]);
     return position == text.size();
 }
 

@@ -4,7 +4,6 @@
 #include "ifhostExport.hpp"
 
 #include <string>
-#include <vector>
 
 /// A buffer of bytes that owns them. Offsets and counts are clamped to what exists.
 class IFHOST_API EBlob {
@@ -14,7 +13,7 @@ public:
     EBlob(void const* bytes, unsigned int count);
 
     /// Null only when the blob is empty.
-    unsigned char const* GetData() const { return m_bytes.data(); }
+    unsigned char const* GetData() const { return reinterpret_cast<unsigned char const*>(m_bytes.data()); }
     unsigned int GetSize() const { return static_cast<unsigned int>(m_bytes.size()); }
     bool operator==(EBlob const& other) const { return m_bytes == other.m_bytes; }
     bool operator!=(EBlob const& other) const { return m_bytes != other.m_bytes; }
@@ -34,7 +33,7 @@ public:
     bool SetHexString(std::string const& text);
 
 private:
-    std::vector<unsigned char> m_bytes;
+    std::string m_bytes; // which holds up to 15, such as an address, without an allocation
 };
 
 /// The size as `unsigned long`, then the bytes.

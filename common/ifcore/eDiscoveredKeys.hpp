@@ -26,11 +26,11 @@ struct EDiscoveredMacKey {
 
     explicit EDiscoveredMacKey(EMACAddress const& mac)
     {
+        // Not copied as one piece: such a load waits until all bytes have been stored one by one.
         EBlob const blob = mac.GetMACAddress();
-        if (blob.GetSize() == 6) // a constant size is copied without a call
-            std::memcpy(&bytes, blob.GetData(), 6);
-        else if (blob.GetSize() != 0)
-            std::memcpy(&bytes, blob.GetData(), std::min<std::size_t>(blob.GetSize(), sizeof bytes));
+        unsigned char const* const data = blob.GetData();
+        std::size_t const size = std::min<std::size_t>(blob.GetSize(), sizeof bytes);
+        for (std::size_t i = 0; i < size; ++i) bytes = bytes << 8 | data[i];
     }
     std::uint64_t GetHash() const { return Mixed(bytes, 0); }
     bool operator<(EDiscoveredMacKey const& other) const { return bytes < other.bytes; }

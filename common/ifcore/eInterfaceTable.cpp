@@ -10,6 +10,7 @@
 #include <boost/make_shared.hpp>
 
 #include <algorithm>
+#include <memory_resource>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -313,11 +314,14 @@ void EInterfaceTable::SerializeIn(EArchive& archive)
 
 namespace {
 
+/// Addresses that differ in their last byte only are neighbours in the table too: they mostly come in order, and what
+/// the last one touched is in the cache then.
 struct EAddressHash {
     std::size_t operator()(EIPAddress const& address) const
     {
-        return std::hash<std::string_view>()(
-            std::string_view(reinterpret_cast<char const*>(address.GetBytes()), 16)); // the family seldom decides
+        unsigned char const* const bytes = address.GetBytes();
+        std::size_t const last = address.GetFamily() == kIPv4Family ? 3 : 15;
+        return std::hash<std::string_view>()({reinterpret_cast<char const*>(bytes), last}) + bytes[last];
     }
 };
 
@@ -327,14 +331,15 @@ public:
     explicit EConnectedInterfaces(EInterfaceItemList const& items)
     {
         m_ids.reserve(items.size());
-        bool const askedForIPv6 = HasIPv6Gateway(items); // hardly ever: most addresses need not be looked at
+        bool askedForIPv6 = false;
         for (auto position = items.begin(); position != items.end(); ++position) {
             EInterfaceItem const& item = *items.GetItem(position);
-            if (item.GetType() == INTERFACE_TYPE_GRE) continue;
-            EIPAddress const& ipv4 = item.GetIPv4AddressItem().GetAddress();
-            if (ipv4.GetFamily() == kIPv4Family) m_ids.emplace(ipv4, position->first); // the first one stays
-            if (askedForIPv6) AddIPv6Addresses(item, position->first);
+            EIPv4AddressItem const& ipv4 = item.GetIPv4AddressItem();
+            askedForIPv6 |= ipv4.GetGateway().GetFamily() != kIPv4Family;
+            if (item.GetType() != INTERFACE_TYPE_GRE && ipv4.GetAddress().GetFamily() == kIPv4Family)
+                m_ids.try_emplace(ipv4.GetAddress(), position->first); // the first one stays
         }
+        if (askedForIPv6) AddIPv6Addresses(items); // hardly ever
     }
     unsigned int const* Find(EIPAddress const& address) const ///< Its id; null without one
     {
@@ -343,22 +348,21 @@ public:
     }
 
 private:
-    static bool HasIPv6Gateway(EInterfaceItemList const& items)
+    void AddIPv6Addresses(EInterfaceItemList const& items)
     {
-        for (auto position = items.begin(); position != items.end(); ++position)
-            if (items.GetItem(position)->GetIPv4AddressItem().GetGateway().GetFamily() != kIPv4Family) return true;
-        return false;
-    }
-    void AddIPv6Addresses(EInterfaceItem const& item, unsigned int id)
-    {
-        EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
-        for (auto position = list.begin(); position != list.end(); ++position) {
-            EIPAddress const& address = list.GetItem(position)->GetAddress();
-            if (address.GetFamily() != kIPv4Family) m_ids.emplace(address, id);
+        for (auto position = items.begin(); position != items.end(); ++position) {
+            EInterfaceItem const& item = *items.GetItem(position);
+            if (item.GetType() == INTERFACE_TYPE_GRE) continue;
+            EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
+            for (auto ipv6 = list.begin(); ipv6 != list.end(); ++ipv6) {
+                EIPAddress const& address = list.GetItem(ipv6)->GetAddress();
+                if (address.GetFamily() != kIPv4Family) m_ids.try_emplace(address, position->first);
+            }
         }
     }
 
-    std::unordered_map<EIPAddress, unsigned int, EAddressHash> m_ids;
+    std::pmr::monotonic_buffer_resource m_memory; // given back at once, not entry by entry
+    std::pmr::unordered_map<EIPAddress, unsigned int, EAddressHash> m_ids{&m_memory};
 };
 
 } // namespace
@@ -366,6 +370,7 @@ private:
 void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
 {
     EConnectedInterfaces const connected(*this);
+    EComponentId viaPath;
     for (auto position = begin(); position != end(); ++position) {
         EInterfaceItem& item = *GetItem(position);
         if (item.GetType() == INTERFACE_TYPE_GRE || item.GetType() == INTERFACE_TYPE_UNCONNECTED) continue;
@@ -374,9 +379,8 @@ void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
         unsigned int const* const viaId = connected.Find(gateway);
         EInterfaceItem const* const via = viaId ? GetItem(*viaId) : nullptr;
         if (!via) continue;
-        EComponentId id;
-        via->GetID(id);
+        via->GetID(viaPath);
         item.SetType(INTERFACE_TYPE_UNCONNECTED);
-        item.SetConnectedViaId(id);
+        item.SetConnectedViaId(viaPath);
     }
 }

@@ -208,8 +208,12 @@ EInterfaceItem const* EInterfaceTable::FindInterfaceByIP(EIPAddress const& addre
 
 EInterfaceItem const* EInterfaceTable::FindInterfaceByIPAndVlan(EIPAddress const& address, EVLAN const* vlan) const
 {
-    boost::shared_ptr<EInterfaceTableHooks> const named = FindInterfaceTableHooks("IP_LOOKUP_HOOKS");
-    if (auto const* const lookup = dynamic_cast<EIPLookupInterfaceTableHooks const*>(named.get())) {
+    static constexpr std::string_view kName = "IP_LOOKUP_HOOKS";
+    // The table, or its set, holds the observer all the time. One more counted use would cost as much as the question,
+    // and all threads that read would write to one counter.
+    EInterfaceTableHooks const* const named =
+        m_hooksName == kName ? m_hooks.get() : FindInterfaceTableHooks(kName.data()).get();
+    if (auto const* const lookup = dynamic_cast<EIPLookupInterfaceTableHooks const*>(named)) {
         unsigned int const id = vlan ? lookup->GetInterfaceIdFromVlan(address, *vlan) : lookup->GetInterfaceId(address);
         EInterfaceItem const* const item = GetItem(id);
         return item && HasAddress(*item, address) ? item : nullptr; // final: no scan follows

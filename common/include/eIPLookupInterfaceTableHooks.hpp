@@ -213,9 +213,10 @@ private:
         }
         void Add(Key const& key, unsigned int id, unsigned int vlan)
         {
-            std::uint32_t const number = NumberOf(key);
+            std::size_t const hash = Hash(key);
+            std::uint32_t const number = NumberOf(key, hash);
             if (number == kNone) {
-                Insert({key, id, vlan, kNone});
+                Insert({key, id, vlan, kNone}, hash);
                 return;
             }
             Entry& entry = m_entries[number];
@@ -257,30 +258,32 @@ private:
             std::uint32_t next; // in the chain of the hash value, or of the free entries
         };
 
-        std::uint32_t& HeadOf(Key const& key) { return m_heads[Hash(key) & (m_heads.size() - 1)]; }
-        std::uint32_t NumberOf(Key const& key) const ///< kNone when the address is not known.
+        std::uint32_t& HeadOf(std::size_t hash) { return m_heads[hash & (m_heads.size() - 1)]; }
+        std::uint32_t NumberOf(Key const& key) const { return NumberOf(key, Hash(key)); }
+        std::uint32_t NumberOf(Key const& key, std::size_t hash) const ///< kNone when the address is not known.
         {
             if (m_heads.empty()) return kNone;
-            std::uint32_t number = m_heads[Hash(key) & (m_heads.size() - 1)];
-            while (number != kNone && m_entries[number].key != key) number = m_entries[number].next;
+            std::uint32_t number = m_heads[hash & (m_heads.size() - 1)];
+            while (number != kNone && Differ(m_entries[number].key, key)) number = m_entries[number].next;
             return number;
         }
-        void Insert(Entry entry)
+        void Insert(Entry const& entry, std::size_t hash)
         {
-            if (m_free == kNone) {
+            std::uint32_t number = m_free;
+            if (number == kNone) {
                 if (m_entries.size() == m_heads.size()) Grow();
-                m_entries.push_back({entry.key, 0, 0, kNone});
-                m_free = static_cast<std::uint32_t>(m_entries.size() - 1);
+                number = static_cast<std::uint32_t>(m_entries.size());
+                m_entries.push_back(entry);
+            } else {
+                m_free = m_entries[number].next;
+                m_entries[number] = entry;
             }
-            std::uint32_t const number = m_free;
-            m_free = m_entries[number].next;
-            entry.next = std::exchange(HeadOf(entry.key), number);
-            m_entries[number] = entry;
+            m_entries[number].next = std::exchange(HeadOf(hash), number);
         }
         void Erase(std::uint32_t number)
         {
             Entry& entry = m_entries[number];
-            std::uint32_t* link = &HeadOf(entry.key);
+            std::uint32_t* link = &HeadOf(Hash(entry.key));
             while (*link != number) link = &m_entries[*link].next;
             *link = entry.next;
             entry.id = 0;
@@ -291,7 +294,7 @@ private:
         {
             m_heads.assign(m_heads.empty() ? 16 : m_heads.size() * 2, kNone); // a power of two
             for (std::uint32_t number = 0; number < m_entries.size(); ++number)
-                m_entries[number].next = std::exchange(HeadOf(m_entries[number].key), number);
+                m_entries[number].next = std::exchange(HeadOf(Hash(m_entries[number].key)), number);
         }
 
         std::vector<std::uint32_t> m_heads;                   // the first entry of each hash value
@@ -318,6 +321,11 @@ private:
         std::uint64_t const network = std::uint64_t(key[0]) << 32 | key[1];
         std::uint64_t const host = std::uint64_t(key[2]) << 32 | key[3];
         return Mix(Mix(network) + host / 64) + host % 64;
+    }
+    static bool Differ(EIPv4Key a, EIPv4Key b) { return a != b; }
+    static bool Differ(EIPv6Key const& a, EIPv6Key const& b) // that of the array is a call
+    {
+        return ((a[0] ^ b[0]) | (a[1] ^ b[1]) | (a[2] ^ b[2]) | (a[3] ^ b[3])) != 0;
     }
 
     static bool IsIPv4(EIPAddress const& address) { return address.GetFamily() == EIPAddress::kIPv4; }

@@ -7,6 +7,7 @@
 #include <boost/make_shared.hpp>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <new>
 #include <string>
@@ -109,6 +110,75 @@ TEST(EDiscoveredInfoMemory, ANeighborIsAddedToTheInfoAndTheIndexesOrToNeither)
                            f.info->RemoveNeighbor(f.id); // the default MAC: the other's, or none
                            EXPECT_EQ(done, f.table.HasDefaultMAC());
                        });
+}
+
+/// The MAC that the neighbour number \p i comes with.
+static EMACAddress OldMac(unsigned int i)
+{
+    EMACAddress mac;
+    unsigned char const bytes[] = {6, 0, 0, 0, static_cast<unsigned char>(i >> 8), static_cast<unsigned char>(i)};
+    mac.SetMACAddress(EBlob(bytes, sizeof bytes));
+    return mac;
+}
+
+static EDiscoveredNeighbor NeighborOf(EMACAddress const& mac)
+{
+    EDiscoveredNeighbor neighbor;
+    neighbor.SetMac(mac);
+    return neighbor;
+}
+
+TEST(EDiscoveredInfoMemory, EntriesOfOldMacsOfNeighborsThatAreGoneAreBoundedByThoseThatAreThere)
+{
+    for (unsigned int const there : {0U, 1U, 20U, 1000U}) {
+        SCOPED_TRACE(there);
+        EDiscoveredInfo info;
+        for (unsigned int i = 0; i < there; ++i) info.AddNeighbor(NeighborOf(OldMac(i)));
+        long const before = s_liveAllocations;
+        long most = before;
+        for (unsigned int i = there; i < 20000; ++i) {
+            unsigned int const id = info.AddNeighbor(NeighborOf(OldMac(i)));
+            info.GetNeighbor(id)->SetMac(EMACAddress(kNewMac));
+            info.RemoveNeighbor(id);
+            most = std::max(most, s_liveAllocations);
+        }
+        EXPECT_LE(most - before, 40 + 4 * static_cast<long>(there)); // 20000 if they stayed
+        EXPECT_GE(most - before, 30) << "the entries are no allocations any more: this test shows nothing";
+        for (unsigned int i = 0; i < 20000; ++i) {
+            EDiscoveredNeighbor const* const found = info.FindNeighborByMAC(OldMac(i));
+            ASSERT_EQ(i < there ? i + 1 : 0, found ? found->GetLocalId() : 0U) << i;
+        }
+    }
+}
+
+TEST(EDiscoveredInfoMemory, WhenTheIndexIsFullAllNeighborsAreFoundWhetherItGrowsOrNot)
+{
+    for (unsigned int const gone : {0U, 10U, 30U}) { // entries of neighbours that are gone, of the 32 before it grows
+        SCOPED_TRACE(gone);
+        std::vector<unsigned int> ids;
+        FailEachAllocation(
+            [&](Fixture& f) {
+                long const left = std::exchange(s_allocationsLeft, -1);
+                ids = {f.id};
+                for (unsigned int i = 1; i < 32; ++i) {
+                    ids.push_back(f.info->AddNeighbor(NeighborOf(OldMac(i))));
+                    if (i > gone) continue;
+                    f.info->GetNeighbor(ids.back())->SetMac(EMACAddress(kNewMac));
+                    f.info->RemoveNeighbor(ids.back());
+                }
+                s_allocationsLeft = left;
+                for (unsigned int i = 32; i < 36; ++i) {
+                    ids.push_back(0);
+                    ids.back() = f.info->AddNeighbor(NeighborOf(OldMac(i)));
+                }
+            },
+            [&](Fixture& f, bool done) {
+                EXPECT_EQ(done, ids.size() == 36 && ids.back() != 0);
+                EXPECT_TRUE(f.FindsByMac(kOldMac));
+                for (unsigned int i = 1; i < ids.size(); ++i)
+                    EXPECT_EQ(f.info->GetNeighbor(ids[i]), f.info->FindNeighborByMAC(OldMac(i)));
+            });
+    }
 }
 
 TEST(EDiscoveredInfoMemory, AnAddressIsAddedToTheNeighborAndTheIndexOrToNeither)

@@ -43,8 +43,14 @@ struct PlainNeighbor {
     std::vector<std::string> addresses;
 };
 
-std::vector<std::string> const kMacs = {"00:00:00:00:00:00", "02:00:00:00:00:01", "02:00:00:00:00:02",
-                                        "02:00:00:00:00:03"};
+/// So many MACs; the first is zero.
+std::vector<std::string> SomeMacs(unsigned int count)
+{
+    std::vector<std::string> macs = {"00:00:00:00:00:00"};
+    for (unsigned int i = 1; i < count; ++i)
+        macs.push_back(EMACAddress("2:0:0:0:" + std::to_string(i / 10) + ":" + std::to_string(i % 10)).GetAsString());
+    return macs;
+}
 std::vector<std::string> const kAddresses = {"0.0.0.0", "10.0.0.1", "10.0.0.2", "::", "2001:db8::1"};
 
 /// What an info holds and finds, by the rules alone.
@@ -124,7 +130,11 @@ private:
 
 class RandomRun {
 public:
-    explicit RandomRun(unsigned int seed) : m_random(seed) {}
+    /// Of a few or many MACs. Replacing the info by what was read from it makes both indexes anew.
+    RandomRun(unsigned int seed, unsigned int macs, bool replacing)
+        : m_random(seed), m_macTexts(SomeMacs(macs)), m_macs(MadeOf<EMACAddress>(m_macTexts)), m_replacing(replacing)
+    {
+    }
 
     void Step()
     {
@@ -157,7 +167,7 @@ public:
             break;
         case 6: {
             if (!neighbor) break;
-            plain->mac = Any(kMacs); // on purpose not indexed
+            plain->mac = Any(m_macTexts); // on purpose not indexed
             neighbor->SetMac(MAC(plain->mac));
             break;
         }
@@ -183,14 +193,16 @@ public:
             neighbor->RemoveAddress(*neighbor->GetAddressAt(position)); // its own
             break;
         }
-        default: Replace(); break;
+        default:
+            if (m_replacing) Replace();
+            break;
         }
     }
 
     void Compare()
     {
         ASSERT_EQ(m_model.Count(), m_info.GetNeighbors().size());
-        for (std::size_t i = 0; i < kMacs.size(); ++i) ExpectFound(m_model.ByMac(kMacs[i]), ByMac(i));
+        for (std::size_t i = 0; i < m_macs.size(); ++i) ExpectFound(m_model.ByMac(m_macTexts[i]), ByMac(i));
         for (std::size_t i = 0; i < kAddresses.size(); ++i) ExpectFound(m_model.ByIp(kAddresses[i]), ByIp(i));
     }
 
@@ -202,7 +214,7 @@ private:
     }
     PlainNeighbor AnyNeighbor()
     {
-        PlainNeighbor neighbor = {0, Any(kMacs), {}};
+        PlainNeighbor neighbor = {0, Any(m_macTexts), {}};
         for (unsigned int count = Below(4); count > 0; --count) neighbor.addresses.push_back(Any(kAddresses));
         return neighbor;
     }
@@ -238,11 +250,7 @@ private:
             break;
         }
     }
-    EDiscoveredNeighbor const* ByMac(std::size_t index) const
-    {
-        static std::vector<EMACAddress> const macs(MadeOf<EMACAddress>(kMacs));
-        return m_info.FindNeighborByMAC(macs[index]);
-    }
+    EDiscoveredNeighbor const* ByMac(std::size_t index) const { return m_info.FindNeighborByMAC(m_macs[index]); }
     EDiscoveredNeighbor const* ByIp(std::size_t index) const
     {
         static std::vector<EIPAddress> const addresses(MadeOf<EIPAddress>(kAddresses));
@@ -263,6 +271,9 @@ private:
     }
 
     std::mt19937 m_random;
+    std::vector<std::string> m_macTexts;
+    std::vector<EMACAddress> m_macs; // of these texts
+    bool m_replacing;
     Model m_model;
     EDiscoveredInfo m_info;
 };
@@ -273,11 +284,24 @@ TEST(EDiscoveredInfoModel, BothIndexesAnswerLikeAPlainListAfterEveryOperation)
 {
     for (unsigned int seed = 1; seed <= 1000 && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
-        RandomRun run(seed);
+        RandomRun run(seed, 4, true);
         for (int step = 0; step < 25 && !testing::Test::HasFailure(); ++step) {
             SCOPED_TRACE(step);
             run.Step();
             run.Compare();
+        }
+    }
+}
+
+TEST(EDiscoveredInfoModel, TheIndexesAnswerTheSameThroughManyEntriesOfNeighborsThatAreGone)
+{
+    for (unsigned int seed = 1; seed <= 4 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        RandomRun run(seed, 300, false);
+        for (int step = 0; step < 1000 && !testing::Test::HasFailure(); ++step) {
+            SCOPED_TRACE(step);
+            run.Step();
+            if (step % 40 == 0) run.Compare();
         }
     }
 }

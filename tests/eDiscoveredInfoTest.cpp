@@ -574,6 +574,64 @@ TEST(EDiscoveredInfo, AnEntryOfAnOldMacStaysAndNamesNobodyOnceItsNeighborIsGone)
     EXPECT_EQ(0U, ByMac(info, kMacs[0]));
 }
 
+/// An info lives through neighbours that come, get another MAC and go: each leaves an entry of its old MAC, and, since
+/// it is emptied in its place, one of its address.
+static void LetNeighborsComeAndGo(EDiscoveredInfo& info, unsigned int first, unsigned int count)
+{
+    for (unsigned int i = first; i < first + count; ++i) {
+        EMACAddress const mac = MAC("06:00:00:00:" + std::to_string(10 + i / 90) + ":" + std::to_string(10 + i % 90));
+        EIPAddress const address = IP("10.6." + std::to_string(i / 250) + "." + std::to_string(i % 250));
+        EDiscoveredNeighbor neighbor;
+        neighbor.SetMac(mac);
+        neighbor.AddAddress(address);
+        unsigned int const id = info.AddNeighbor(neighbor);
+        info.GetNeighbor(id)->SetMac(MAC("04:00:00:00:00:01"));
+        info.GetNeighbor(id)->Empty(); // the id too, on purpose
+        EXPECT_EQ(info.GetNeighbor(id), info.FindNeighborByMAC(mac));
+        EXPECT_EQ(info.GetNeighbor(id), info.FindNeighborByIP(address));
+        info.RemoveNeighbor(id);
+        EXPECT_EQ(nullptr, info.FindNeighborByMAC(mac));
+        EXPECT_EQ(nullptr, info.FindNeighborByIP(address));
+    }
+}
+
+TEST(EDiscoveredInfo, EntriesOfOldMacsStayAsLongAsTheirNeighbor)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1"})});
+    info.GetNeighbor(1)->SetMac(MAC(kMacs[1]));
+    info.SetNeighbor(1, Neighbor(kMacs[2])); // found by two MACs from now on
+    LetNeighborsComeAndGo(info, 0, 500);
+    EXPECT_EQ(1U, ByMac(info, kMacs[0]));
+    EXPECT_EQ(0U, ByMac(info, kMacs[1]));
+    EXPECT_EQ(1U, ByMac(info, kMacs[2]));
+    info.RemoveNeighbor(1);
+    EXPECT_EQ(0U, ByMac(info, kMacs[0]));
+}
+
+TEST(EDiscoveredInfo, AnEntryOfAnIdThatIsStillToComeWaitsForIt)
+{
+    EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0])});
+    info.GetNeighbor(1)->SetLocalId(200);
+    info.GetNeighbor(1)->AddAddress(IP("10.0.0.1"));
+    EXPECT_EQ(0U, ByIp(info, "10.0.0.1"));
+    LetNeighborsComeAndGo(info, 0, 198); // the ids 2 to 199
+    EXPECT_EQ(0U, ByIp(info, "10.0.0.1"));
+    EXPECT_EQ(200U, info.AddNeighbor(Neighbor(kMacs[1])));
+    EXPECT_EQ(200U, ByIp(info, "10.0.0.1"));
+}
+
+TEST(EDiscoveredInfo, AnInfoThatWasReadDoesNotTakeIdsForGoneThatWereGoneBefore)
+{
+    EDiscoveredInfo info = Info(5);
+    LetNeighborsComeAndGo(info, 0, 300);
+    ReadInto(info, Written(Info(5, {Neighbor(kMacs[0])}))); // new ids begin with 2
+    info.GetNeighbor(1)->SetLocalId(200);
+    info.GetNeighbor(1)->AddAddress(IP("10.0.0.1"));
+    LetNeighborsComeAndGo(info, 0, 198);
+    EXPECT_EQ(200U, info.AddNeighbor(Neighbor(kMacs[1])));
+    EXPECT_EQ(200U, ByIp(info, "10.0.0.1"));
+}
+
 TEST(EDiscoveredInfo, NeighborsAreFoundInBothForms)
 {
     EDiscoveredInfo info = Info(5, {Neighbor(kMacs[0], {"10.0.0.1", "2001:db8::1"})});

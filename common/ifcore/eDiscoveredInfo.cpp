@@ -6,6 +6,7 @@
 #include "eDiscoveredTable.hpp"
 #include "eRecord.hpp"
 
+#include <algorithm>
 #include <new>
 
 EDiscoveredInfo::EDiscoveredInfo() : m_neighbors(this)
@@ -16,8 +17,8 @@ EDiscoveredInfo::EDiscoveredInfo() : m_neighbors(this)
 EDiscoveredInfo::EDiscoveredInfo(EDiscoveredInfo const& other)
     : m_localId(other.m_localId), m_interfaceUp(other.m_interfaceUp), m_addresses(other.m_addresses),
       m_neighbors(other.m_neighbors, this), m_neighborsByMac(other.m_neighborsByMac),
-      m_neighborsByIp(other.m_neighborsByIp), m_dhcp(other.m_dhcp), m_dhcpv6(other.m_dhcpv6), m_fcoe(other.m_fcoe),
-      m_ptp(other.m_ptp), m_dcbx(other.m_dcbx)
+      m_neighborsByIp(other.m_neighborsByIp), m_removedUpTo(other.m_removedUpTo), m_dhcp(other.m_dhcp),
+      m_dhcpv6(other.m_dhcpv6), m_fcoe(other.m_fcoe), m_ptp(other.m_ptp), m_dcbx(other.m_dcbx)
 {
     AdoptRecords();
     KeepNeighborsAnew();
@@ -49,6 +50,7 @@ void EDiscoveredInfo::Swap(EDiscoveredInfo& other)
     std::swap(m_addresses, other.m_addresses);
     std::swap(m_neighborsByMac, other.m_neighborsByMac);
     std::swap(m_neighborsByIp, other.m_neighborsByIp);
+    std::swap(m_removedUpTo, other.m_removedUpTo);
     m_neighbors.Swap(other.m_neighbors);
     std::swap(m_addressed, other.m_addressed);
     for (EDiscoveredInfo* const info : {this, &other}) {
@@ -156,11 +158,10 @@ private:
     unsigned int m_addressCount;
 };
 
-/// What is there under the same MAC or address is overwritten: the last neighbour wins.
-void EDiscoveredInfo::PutIn(Entries& entries)
+void EDiscoveredInfo::PutIn(Entries& entries) noexcept
 {
-    m_neighborsByMac.Put(entries.byMac);
-    m_neighborsByIp.Put(entries.byIp);
+    PutIn(m_neighborsByMac, entries.byMac);
+    PutIn(m_neighborsByIp, entries.byIp);
 }
 
 void EDiscoveredInfo::AddNeighborToMap(EDiscoveredNeighbor const* neighbor)
@@ -246,7 +247,7 @@ void EDiscoveredInfo::RemoveNeighbor(unsigned int id)
         else
             CleanNeighborMap(neighbor);
     }
-    m_neighbors.RemoveItem(id);
+    if (m_neighbors.RemoveItem(id)) m_removedUpTo = std::max(m_removedUpTo, id);
     SetHasAddress(id, false);
     if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).FindDefaultMAC();
 }
@@ -357,6 +358,7 @@ void EDiscoveredInfo::SerializeIn(EArchive& archive)
     Layout::Addresses(EUnversionedReader(archive), *this);
     m_neighborsByMac.Clear(); // before the neighbours that they name, should reading those fail
     m_neighborsByIp.Clear();
+    m_removedUpTo = 0; // the archive brings other ids
     try {
         Layout::Neighbors(EUnversionedReader(archive), *this);
     } catch (...) { // those read before are there

@@ -109,7 +109,14 @@ private:
 
     struct Entries; // of both indexes
 
-    void PutIn(Entries& entries);
+    /// What is there under the same MAC or address is overwritten: the last neighbour wins.
+    template <class Index> void PutIn(Index& index, typename Index::Entries& entries) noexcept
+    {
+        index.Put(entries, [this](unsigned int id) { return IsGone(id); });
+    }
+    void PutIn(Entries& entries) noexcept;
+    /// Whether there will never be a neighbour of this id again. Without, one of it may still come.
+    bool IsGone(unsigned int id) const { return id <= m_removedUpTo && !GetNeighbor(id); }
     Entries TakenOut(EDiscoveredNeighbor const& neighbor);
     void AddNeighborToMap(EDiscoveredNeighbor const* neighbor);
     void CleanNeighborMap(EDiscoveredNeighbor const* neighbor);
@@ -130,6 +137,7 @@ private:
     EDiscoveredIds m_addressed; // the neighbours that have an address
     MacIndex m_neighborsByMac;
     IpIndex m_neighborsByIp;
+    unsigned int m_removedUpTo = 0; // the highest id of a neighbour that was removed: new ones get higher ids
     EDHCPDiscoveredInfo m_dhcp;
     EDHCPv6DiscoveredInfo m_dhcpv6;
     EFCoEDiscoveredInfo m_fcoe;

@@ -74,7 +74,10 @@ void EDiscoveredNeighbor::AddAddress(EIPAddress const& address)
     GetHooks().AddingNeighborAddress(*this, added);
     m_values.addresses.Add(added); // on purpose without asking whether it is there
     if (GetAddressCount() == 1) TellOfAddresses();
-    if (m_parent) Changeable(*m_parent).m_neighborsByIp.Put(entry);
+    if (m_parent) {
+        EDiscoveredInfo& owner = Changeable(*m_parent);
+        owner.PutIn(owner.m_neighborsByIp, entry);
+    }
 }
 
 void EDiscoveredNeighbor::RemoveAddress(EIPAddress const& address)

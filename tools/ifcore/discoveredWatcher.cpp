@@ -51,7 +51,7 @@ void DiscoveredWatcher::Follow(std::vector<char> const& buffer, std::size_t size
 {
     int remaining = static_cast<int>(size);
     auto const* message = reinterpret_cast<nlmsghdr const*>(buffer.data());
-    for (; mnl_nlmsg_ok(message, remaining); message = mnl_nlmsg_next(message, &remaining)) {
+    for (; IsWhole(message, remaining); message = mnl_nlmsg_next(message, &remaining)) {
         auto const event = ParseNetlinkEvent(*message);
         if (!event) continue;
         m_follower.Follow(*event);

@@ -263,6 +263,11 @@ template <class Value> static void Append(std::vector<Value>& values, std::optio
     if (value) values.push_back(std::move(*value));
 }
 
+bool IsWhole(nlmsghdr const* message, int remaining)
+{
+    return mnl_nlmsg_ok(message, remaining) && message->nlmsg_len <= static_cast<unsigned int>(remaining);
+}
+
 void ParseNetlinkMessage(nlmsghdr const& message, KernelSnapshot& snapshot)
 {
     switch (message.nlmsg_type) {

@@ -8,6 +8,10 @@ struct nlmsghdr;
 
 namespace ifcoreTool {
 
+/// Whether a message that begins with \p remaining bytes left ends within them. Unlike mnl_nlmsg_ok it also refuses
+/// lengths of 2^31 and more.
+bool IsWhole(nlmsghdr const* message, int remaining);
+
 /// Adds what one rtnetlink message (RTM_NEWLINK, RTM_NEWADDR, RTM_NEWNEIGH, RTM_NEWROUTE) tells to \p snapshot.
 /// Other types, bridge ports, neighbours without a usable MAC address (6 bytes, in a state in which packets are sent to
 /// it), routes that are no default route of the main table and unknown attributes are passed over.

@@ -77,7 +77,7 @@ DumpResult ReadDump(NetlinkSource& source, DumpStep const& step, unsigned int se
         if (error != 0) throw SystemRefused(what, error);
         int remaining = static_cast<int>(size);
         auto const* message = reinterpret_cast<nlmsghdr const*>(buffer.data());
-        for (; mnl_nlmsg_ok(message, remaining); message = mnl_nlmsg_next(message, &remaining)) {
+        for (; IsWhole(message, remaining); message = mnl_nlmsg_next(message, &remaining)) {
             if (message->nlmsg_seq != sequence) continue; // an answer to a dump that was given up
             if ((message->nlmsg_flags & NLM_F_DUMP_INTR) != 0) inconsistent = true;
             if (message->nlmsg_type == NLMSG_OVERRUN) return DumpResult::inconsistent;

@@ -532,6 +532,76 @@ TEST(EDiscoveredInfo, RemoveNeighborTellsWhileItIsStillThereAndIndexed)
     EXPECT_EQ(Calls{}, in.recorder->TakeCalls());
 }
 
+/// What an observer may do to a neighbour of 10.0.0.1 and 10.0.0.2 of which it is told.
+static struct {
+    char const* name;
+    void (*change)(EDiscoveredNeighbor&);
+} const kChangesInside[] = {
+    {"none", [](EDiscoveredNeighbor&) {}},
+    {"another MAC", [](EDiscoveredNeighbor& n) { n.SetMac(MAC(kMacs[2])); }},
+    {"an address less", [](EDiscoveredNeighbor& n) { n.RemoveAddress(IP("10.0.0.2")); }},
+    {"an address more", [](EDiscoveredNeighbor& n) { n.AddAddress(IP("10.0.0.3")); }},
+    {"another address",
+     [](EDiscoveredNeighbor& n) {
+         n.RemoveAddress(IP("10.0.0.2"));
+         n.AddAddress(IP("10.0.0.3"));
+     }},
+    {"another order",
+     [](EDiscoveredNeighbor& n) {
+         n.RemoveAddress(IP("10.0.0.1"));
+         n.AddAddress(IP("10.0.0.1"));
+     }},
+    {"one address twice", [](EDiscoveredNeighbor& n) { n.AddAddress(IP("10.0.0.1")); }},
+    {"one address twice for another",
+     [](EDiscoveredNeighbor& n) {
+         n.RemoveAddress(IP("10.0.0.2"));
+         n.AddAddress(IP("10.0.0.1"));
+     }},
+};
+static char const* const kAddresses[] = {"10.0.0.1", "10.0.0.2", "10.0.0.3"};
+
+TEST(EDiscoveredInfo, AnAddedNeighborIsIndexedAsTheObserverHasLeftIt)
+{
+    for (auto const& c : kChangesInside) {
+        SCOPED_TRACE(c.name);
+        RecordedInfo in;
+        bool changed = false;
+        in.recorder->whenCalled = [&] {
+            if (!std::exchange(changed, true)) c.change(*in.info.GetNeighbor(1));
+        };
+        in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1", "10.0.0.2"}));
+        EXPECT_TRUE(changed);
+        EDiscoveredNeighbor const& added = *in.info.GetNeighbor(1);
+        for (char const* mac : kMacs) EXPECT_EQ(added.GetMac() == MAC(mac) ? 1U : 0U, ByMac(in.info, mac)) << mac;
+        for (char const* address : kAddresses)
+            EXPECT_EQ(added.HasAddress(IP(address)) ? 1U : 0U, ByIp(in.info, address)) << address;
+    }
+}
+
+TEST(EDiscoveredInfo, OfARemovedNeighborNothingIsForgottenThatTheObserverHasGivenToAnother)
+{
+    for (auto const& c : kChangesInside) {
+        SCOPED_TRACE(c.name);
+        RecordedInfo in;
+        in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1", "10.0.0.2"}));
+        in.info.AddNeighbor(Neighbor(kMacs[1]));
+        EDiscoveredNeighbor& other = *in.info.GetNeighbor(2);
+        bool changed = false;
+        in.recorder->whenCalled = [&] {
+            if (std::exchange(changed, true)) return;
+            EDiscoveredNeighbor& removed = *in.info.GetNeighbor(1);
+            c.change(removed);
+            for (char const* address : kAddresses)
+                if (!removed.HasAddress(IP(address))) other.AddAddress(IP(address));
+        };
+        in.info.RemoveNeighbor(1);
+        EXPECT_TRUE(changed);
+        for (char const* mac : kMacs) EXPECT_EQ(other.GetMac() == MAC(mac) ? 2U : 0U, ByMac(in.info, mac)) << mac;
+        for (char const* address : kAddresses)
+            EXPECT_EQ(other.HasAddress(IP(address)) ? 2U : 0U, ByIp(in.info, address)) << address;
+    }
+}
+
 TEST(EDiscoveredInfo, OfNeighborsThatShareAMacOrAddressTheLastIndexedIsFound)
 {
     RecordedInfo in;

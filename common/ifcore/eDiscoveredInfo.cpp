@@ -122,20 +122,26 @@ struct EDiscoveredInfo::Entries {
     IpIndex::Entries byIp;
 
     /// Those that name a neighbour of this content by this id.
-    Entries(EDiscoveredNeighbor const& neighbor, unsigned int id)
-        : m_mac(neighbor.GetMac()), m_addressCount(neighbor.GetAddressCount())
+    Entries(EDiscoveredNeighbor const& neighbor, unsigned int id) : m_mac(neighbor.GetMac())
     {
         byMac[EDiscoveredMacKey(m_mac)] = id;
         for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
             byIp[EDiscoveredIpKey(*address)] = id;
     }
-    /// Whether the neighbour still has this content.
-    bool AreOf(EDiscoveredNeighbor const& neighbor) const
+    /// Whether the neighbour still has this MAC and just these addresses. If not, some of the entries are gone.
+    bool AreOf(EDiscoveredNeighbor const& neighbor)
     {
-        if (!(neighbor.GetMac() == m_mac) || neighbor.GetAddressCount() != m_addressCount) return false;
-        for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
-            if (byIp.find(EDiscoveredIpKey(*address)) == byIp.end()) return false;
-        return true;
+        if (!(neighbor.GetMac() == m_mac)) return false;
+        IpIndex::Entries held;
+        for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address) {
+            EDiscoveredIpKey const key(*address);
+            if (auto node = byIp.extract(key))
+                held.insert(std::move(node));
+            else if (held.find(key) == held.end()) // else the neighbour has it twice
+                return false;
+        }
+        byIp.swap(held);
+        return held.empty();
     }
     /// Only the keys count; what was there under them becomes of these. On purpose by the MAC and the addresses alone:
     /// entries that name another neighbour by now go too.
@@ -155,7 +161,6 @@ struct EDiscoveredInfo::Entries {
 
 private:
     EMACAddress m_mac;
-    unsigned int m_addressCount;
 };
 
 void EDiscoveredInfo::PutIn(Entries& entries) noexcept

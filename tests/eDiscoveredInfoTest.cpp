@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -406,6 +407,45 @@ TEST(EDiscoveredInfo, WhenAnObserverThrowsTheNeighborIsNotAdded)
     in.info.RemoveNeighbor(1);
     EXPECT_FALSE(in.table.HasDefaultMAC());
     EXPECT_EQ(4U, in.info.AddNeighbor(Neighbor(kMacs[2]))); // ids that were announced are never used again
+}
+
+TEST(EDiscoveredInfo, AnIdThatAnObserverWasToldIsNeverUsedAgainWhateverItThrows)
+{
+    struct {
+        char const* name;
+        void (*refuse)(EDiscoveredInfo&);
+        unsigned int next; // the id of the neighbour that is added then
+    } const cases[] = {
+        {"an error", [](EDiscoveredInfo&) { throw std::runtime_error("refused"); }, 2},
+        {"another type", [](EDiscoveredInfo&) { throw 1; }, 2},
+        {"want of memory", [](EDiscoveredInfo&) { throw std::bad_alloc(); }, 2},
+        {"want of memory behind an address of its own",
+         [](EDiscoveredInfo& info) {
+             info.GetNeighbor(1)->AddAddress(IP("10.0.0.9"));
+             throw std::bad_alloc();
+         },
+         2},
+        {"want of memory behind another neighbour",
+         [](EDiscoveredInfo& info) {
+             info.RemoveNeighbor(info.AddNeighbor(Neighbor(kMacs[2])));
+             throw std::bad_alloc();
+         },
+         3},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        RecordedInfo in;
+        bool told = false;
+        in.recorder->whenCalled = [&] {
+            if (!std::exchange(told, true)) c.refuse(in.info);
+        };
+        EXPECT_ANY_THROW(in.info.AddNeighbor(Neighbor(kMacs[0], {"10.0.0.1"})));
+        EXPECT_EQ("5 down", TextOf(in.info));
+        EXPECT_EQ(c.next, in.info.AddNeighbor(Neighbor(kMacs[1])));
+        EXPECT_EQ(0U, ByMac(in.info, kMacs[0]));
+        EXPECT_EQ(0U, ByIp(in.info, "10.0.0.1"));
+        EXPECT_EQ(0U, ByIp(in.info, "10.0.0.9"));
+    }
 }
 
 TEST(EDiscoveredInfo, NeighborIdsAscendAndAreNeverUsedAgain)

@@ -202,8 +202,10 @@ unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
     if (!stored) return id;
     Keep(id, *stored);
     stored->TellOfAddresses();
+    bool announced = false;
     try {
         Entries entries(*stored, id); // before the announcement, behind which nothing may fail
+        announced = true;
         GetHooks().AddingNeighbor(*stored);
         if (entries.AreOf(*stored))
             PutIn(entries);
@@ -214,12 +216,8 @@ unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
         m_neighbors.RemoveItem(id);
         SetHasAddress(id, false);
         if (IsDefaultMAC(m_parent, m_localId, id)) Changeable(*m_parent).FindDefaultMAC();
-        try {
-            throw;
-        } catch (std::bad_alloc const&) {
-            m_neighbors.SetIdGenerator(before); // no id is used up for want of memory
-            throw;
-        }
+        if (!announced) m_neighbors.SetIdGenerator(before); // no id is used up of which nobody was told
+        throw;
     }
     if (m_parent && !m_parent->HasDefaultMAC())
         Changeable(*m_parent).SetDefaultMAC(m_localId, id, stored->GetMac()); // on purpose without an address too

@@ -59,7 +59,8 @@ public:
     EDiscoveredNeighbor* GetNeighbor(unsigned int id) { return m_neighbors.GetItem(id); }
     /// A copy under a fresh id, which is returned. Announced when it is stored. In a table without a default MAC this
     /// neighbour becomes the default, on purpose without asking for an address. 0, with nothing added, when the ids are
-    /// used up. When memory fails or an observer throws, the neighbour is not there and its id is used up.
+    /// used up. When memory fails or an observer throws, the neighbour is not there; its id is used up if an observer
+    /// was told of it.
     unsigned int AddNeighbor(EDiscoveredNeighbor const& neighbor);
     /// The neighbour keeps its id, whatever the new content carries. Nothing for an unknown id.
     void SetNeighbor(unsigned int id, EDiscoveredNeighbor const& neighbor);

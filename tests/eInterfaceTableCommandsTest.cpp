@@ -281,6 +281,31 @@ TEST(EInterfaceTableCommands, SetOfAFixedLeafReadsTheClassOfTheFirstLeaf)
     }
 }
 
+TEST(EInterfaceTableCommands, SetOfAFixedLeafTakesAnyPathThatBeginsWithTheInterface)
+{
+    EIPv4AddressItem ipv4;
+    ipv4.SetMaskLength(9);
+    EMultiComponentId const targets[] = {Target({7, 1, 1}, {6}), Target({7, 1, 1, 6}, {6}), Target({7, 1, 1, 24}, {6}),
+                                         Target({7, 1, 1, 1}, {6}), Target({7, 1, 1, 9, 9}, {6})};
+    for (EMultiComponentId const& target : targets) {
+        SCOPED_TRACE(TextOf(target.GetId()));
+        RecordedInterface fixture;
+        EXPECT_TRUE(Execute(fixture.table, ESingleCommand(SET, target, {}, Data(ipv4))));
+        EXPECT_EQ(9u, fixture.interface.GetIPv4AddressItem().GetMaskLength());
+        EXPECT_THAT(fixture.recorder->Operations(), ElementsAre("SettingIPv4AddressItem"));
+    }
+}
+
+TEST(EInterfaceTableCommands, SetToTheIPv6ListIsOfItsItemThoughTheIdIsAFixedLeafToo)
+{
+    RecordedInterface fixture;
+    while (fixture.interface.GetIPv6AddressItemList().GetCount() < 6)
+        fixture.interface.AddIPv6AddressItem(EIPv6AddressItem());
+    fixture.recorder->Clear();
+    EXPECT_TRUE(Execute(fixture.table, ESingleCommand(SET, Target({7, 1, 1, 1}, {6}), {}, Data(EIPv6AddressItem()))));
+    EXPECT_THAT(fixture.recorder->Operations(), ElementsAre("SettingIPv6AddressItem"));
+}
+
 TEST(EInterfaceTableCommands, SetWithoutATargetReadsNothing)
 {
     RecordedInterface fixture;
@@ -304,7 +329,11 @@ TEST(EInterfaceTableCommands, SetWithoutATargetReadsNothing)
                                          Target({7, 1, 1}, {36}),
                                          Target({7, 1, 1}, {38}),
                                          Target({7, 1, 1, 6}),
-                                         Target({7, 1, 1, 6}, {6}),
+                                         Target({7, 1, 1, 6}, {7}),
+                                         Target({7, 1, 9, 6}, {6}),
+                                         Target({7, 2, 1, 6}, {6}),
+                                         Target({8, 1, 1, 6}, {6}),
+                                         Target({7, 1}, {6}),
                                          EMultiComponentId()};
     std::string const before = Image(fixture.table);
     for (EMultiComponentId const& target : targets)

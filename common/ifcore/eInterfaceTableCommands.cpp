@@ -183,7 +183,8 @@ bool EInterfaceTable::DoSetCommand(ESingleCommand const& command)
                                                 &EInterfaceItem::SetIPv6AddressItem,
                                                 EDefaultFactory<EIPv6AddressItem>::Shared()))
         return true;
-    return DoSetLeaf(GetInterfaceItem(id), command);
+    // On purpose below the interface too: the leaf alone names the record.
+    return DoSetLeaf(GetInterfaceItem(id, EComponentId::MATCH_PREFIX), command);
 }
 
 bool EInterfaceTable::DoEnableCommand(ESingleCommand const& command)

@@ -271,6 +271,17 @@ TEST(EFCoEConfig, CopyAndAssignmentAnnounceTheSourceOnceAndKeepTheParent)
     ExpectCopyIsOneChange("SettingFCoEConfig", Other(), Sample(), Replacement::SOURCE);
 }
 
+TEST(EFCoEConfig, CopyingTakesWhatTheSourceHoldsWhenItHasBeenAnnounced)
+{
+    InTable in;
+    EFCoEConfig source = Other();
+    in.recorder->whenCalled = [&] { source = Sample(); };
+    in.record = source;
+    EXPECT_FALSE(in.record != Sample());
+    EXPECT_EQ(&in.interface, in.record.GetParent());
+    EXPECT_EQ(std::vector<std::string>{"SettingFCoEConfig"}, in.recorder->Operations());
+}
+
 TEST(EFCoEConfig, CopyingItselfDoesNothing)
 {
     ExpectCopiedToItself(Sample(), "", "");

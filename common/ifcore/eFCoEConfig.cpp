@@ -31,6 +31,7 @@ void EFCoEConfig::Copy(EFCoEConfig const& other)
     if (this == &other) return;
     EFCoEConfig replacement(other); // first: what has been announced cannot fail any more
     GetHooks().SettingFCoEConfig(*this, other);
+    if (replacement != other) EFCoEConfig(other).Swap(replacement); // as the observer has left it
     Swap(replacement);
 }
 

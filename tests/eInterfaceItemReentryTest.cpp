@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -78,6 +79,98 @@ TEST(EInterfaceItem, AnObserverMayChangeItFromInsideACallAndTheOuterValueIsStore
         EXPECT_TRUE(inside);
         EXPECT_EQ(c.after, c.get(in.interface));
         EXPECT_EQ(&in.table, in.interface.GetParent());
+        ExpectHoldsItsRecords(in.interface);
+    }
+}
+
+TEST(EInterfaceItem, ASetterThatAnObserverRefusesMakesNoPerTypeData)
+{
+    void (*const changes[])(EInterfaceItem&) = {
+        [](EInterfaceItem& i) { i.SetMacAddress(EMACAddress("02:00:00:00:00:01")); },
+        [](EInterfaceItem& i) { i.SetVLANItem(SampleVLANs()); },
+        [](EInterfaceItem& i) { i.SetMTU(9000); },
+        [](EInterfaceItem& i) { i.SetEncapsulation(ATM_ENCAPSULATION_LLC); },
+        [](EInterfaceItem& i) { i.SetATMMode(static_cast<EAtmModeEnum>(2)); },
+        [](EInterfaceItem& i) { i.SetVPI(8); },
+        [](EInterfaceItem& i) { i.SetVCI(35); },
+        [](EInterfaceItem& i) { i.SetPPPHandle(21); },
+        [](EInterfaceItem& i) { i.SetPPPSession(22); },
+        [](EInterfaceItem& i) {
+            i.SetGreSourceIp({7, 1, 2});
+        },
+        [](EInterfaceItem& i) { i.SetGreDestIp(EIPAddress("192.0.2.9")); },
+        [](EInterfaceItem& i) { i.SetGreUseChecksum(true); },
+        [](EInterfaceItem& i) { i.SetGreUseSequence(true); },
+        [](EInterfaceItem& i) { i.SetGreUseKey(true); },
+        [](EInterfaceItem& i) { i.SetGreInKey(1); },
+        [](EInterfaceItem& i) { i.SetGreOutKey(2); },
+        [](EInterfaceItem& i) {
+            i.SetConnectedViaId({7, 1, 3});
+        },
+    };
+    for (auto const& change : changes) {
+        SCOPED_TRACE(&change - changes);
+        RecordedInterface in;
+        std::string const before = Written(in.interface);
+        in.recorder->whenCalled = [] { throw std::runtime_error("refused"); };
+        EXPECT_THROW(change(in.interface), std::runtime_error);
+        EXPECT_EQ(1U, in.recorder->calls.size());
+        EXPECT_EQ(before, Written(in.interface));
+    }
+}
+
+TEST(EInterfaceItem, WhatAnObserverSetsBeforeItRefusesAnotherChangeStays)
+{
+    struct {
+        void (*inside)(EInterfaceItem&);
+        void (*outside)(EInterfaceItem&);
+    } const cases[] = {
+        {[](EInterfaceItem& i) { i.SetMacAddress(EMACAddress("02:00:00:00:00:01")); },
+         [](EInterfaceItem& i) { i.SetMTU(9000); }},
+        {[](EInterfaceItem& i) { i.SetVLANItem(SampleVLANs()); }, [](EInterfaceItem& i) { i.SetMTU(9000); }},
+        {[](EInterfaceItem& i) { i.SetMTU(9000); }, [](EInterfaceItem& i) { i.SetVLANItem(SampleVLANs()); }},
+        {[](EInterfaceItem& i) { i.SetOverrideAutogenEuid(true); }, [](EInterfaceItem& i) { i.SetMTU(9000); }},
+        {[](EInterfaceItem& i) { i.SetEncapsulation(ATM_ENCAPSULATION_LLC); }, [](EInterfaceItem& i) { i.SetVPI(8); }},
+        {[](EInterfaceItem& i) { i.SetATMMode(static_cast<EAtmModeEnum>(2)); }, [](EInterfaceItem& i) { i.SetVPI(8); }},
+        {[](EInterfaceItem& i) { i.SetVPI(8); }, [](EInterfaceItem& i) { i.SetVCI(35); }},
+        {[](EInterfaceItem& i) { i.SetVCI(35); }, [](EInterfaceItem& i) { i.SetVPI(8); }},
+        {[](EInterfaceItem& i) { i.SetPPPHandle(21); }, [](EInterfaceItem& i) { i.SetPPPSession(22); }},
+        {[](EInterfaceItem& i) { i.SetPPPSession(22); }, [](EInterfaceItem& i) { i.SetPPPHandle(21); }},
+        {[](EInterfaceItem& i) {
+             i.SetGreSourceIp({7, 1, 2});
+         },
+         [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreDestIp(EIPAddress("192.0.2.9")); },
+         [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreUseChecksum(true); }, [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreUseSequence(true); }, [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreUseKey(true); }, [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreInKey(1); }, [](EInterfaceItem& i) { i.SetGreOutKey(2); }},
+        {[](EInterfaceItem& i) { i.SetGreOutKey(2); },
+         [](EInterfaceItem& i) {
+             i.SetGreSourceIp({7, 1, 2});
+         }},
+        {[](EInterfaceItem& i) {
+             i.SetConnectedViaId({7, 1, 3});
+         },
+         [](EInterfaceItem& i) {
+             i.SetConnectedViaId({7, 1, 4});
+         }},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        EInterfaceItem expected;
+        expected.SetLocalId(1);
+        c.inside(expected);
+        RecordedInterface in;
+        bool inside = false;
+        in.recorder->whenCalled = [&] {
+            if (std::exchange(inside, true)) return;
+            c.inside(in.interface);
+            throw std::runtime_error("refused");
+        };
+        EXPECT_THROW(c.outside(in.interface), std::runtime_error);
+        EXPECT_EQ(Written(expected), Written(in.interface));
         ExpectHoldsItsRecords(in.interface);
     }
 }

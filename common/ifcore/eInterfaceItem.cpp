@@ -36,16 +36,53 @@ template <class Record, class Parent> static Record& Ensure(std::unique_ptr<Reco
     return *record;
 }
 
-/// Sets a field whose new value takes memory. A record that was made for it goes again when the setter fails.
-template <class Record, class Parent, class Value>
-static void SetInRecord(std::unique_ptr<Record>& record, Parent* parent, void (Record::*set)(Value const&),
+// Whether each field of per-type data holds what it starts with.
+
+static bool IsFresh(EInterfaceData_Ethernet const& data)
+{
+    EInterfaceData_Ethernet const fresh;
+    return data.GetMacAddress() == fresh.GetMacAddress() && !(data.GetVLANItem() != fresh.GetVLANItem()) &&
+           data.GetMTU() == fresh.GetMTU() && data.UidFromMac() == fresh.UidFromMac();
+}
+
+static bool IsFresh(EInterfaceData_Atm const& data)
+{
+    EInterfaceData_Atm const fresh;
+    return data.GetEncapsulation() == fresh.GetEncapsulation() && data.GetATMMode() == fresh.GetATMMode() &&
+           data.GetVPI() == fresh.GetVPI() && data.GetVCI() == fresh.GetVCI();
+}
+
+static bool IsFresh(EInterfaceData_Ppp const& data)
+{
+    EInterfaceData_Ppp const fresh;
+    return data.GetPPPHandle() == fresh.GetPPPHandle() && data.GetPPPSession() == fresh.GetPPPSession();
+}
+
+static bool IsFresh(EInterfaceData_Gre const& data)
+{
+    EInterfaceData_Gre const fresh;
+    return data.GetSourceIp() == fresh.GetSourceIp() && data.GetDestIp() == fresh.GetDestIp() &&
+           data.GetUseChecksum() == fresh.GetUseChecksum() && data.GetUseSequence() == fresh.GetUseSequence() &&
+           data.GetUseKey() == fresh.GetUseKey() && data.GetInKey() == fresh.GetInKey() &&
+           data.GetOutKey() == fresh.GetOutKey();
+}
+
+static bool IsFresh(EInterfaceData_Routed const& data)
+{
+    return data.GetConnectedViaId() == EInterfaceData_Routed().GetConnectedViaId();
+}
+
+/// Sets a field of per-type data. Data that was made for it goes again when the setter fails, unless the observer has
+/// set something in it meanwhile.
+template <class Record, class Parent, class Argument, class Value>
+static void SetInRecord(std::unique_ptr<Record>& record, Parent* parent, void (Record::*set)(Argument),
                         Value const& value)
 {
     bool const missing = !record;
     try {
         (Ensure(record, parent).*set)(value);
     } catch (...) {
-        if (missing) record.reset();
+        if (missing && record && IsFresh(*record)) record.reset();
         throw;
     }
 }
@@ -327,7 +364,7 @@ bool EInterfaceItem::OverrideAutogenEuid() const
 
 void EInterfaceItem::SetMacAddress(EMACAddress const& mac)
 {
-    Ensure(m_ethernet, this).SetMacAddress(mac);
+    SetInRecord(m_ethernet, this, &EInterfaceData_Ethernet::SetMacAddress, mac);
 }
 
 void EInterfaceItem::SetVLANItem(EVLANIPAddressTableItemProperties const& vlans)
@@ -337,7 +374,7 @@ void EInterfaceItem::SetVLANItem(EVLANIPAddressTableItemProperties const& vlans)
 
 void EInterfaceItem::SetMTU(unsigned int bytes)
 {
-    Ensure(m_ethernet, this).SetMTU(bytes);
+    SetInRecord(m_ethernet, this, &EInterfaceData_Ethernet::SetMTU, bytes);
 }
 
 void EInterfaceItem::SetOverrideAutogenEuid(bool override)
@@ -367,22 +404,22 @@ unsigned int EInterfaceItem::GetVCI() const
 
 void EInterfaceItem::SetEncapsulation(eAtmEncapsulationMode encapsulation)
 {
-    Ensure(m_atm, this).SetEncapsulation(encapsulation);
+    SetInRecord(m_atm, this, &EInterfaceData_Atm::SetEncapsulation, encapsulation);
 }
 
 void EInterfaceItem::SetATMMode(EAtmModeEnum mode)
 {
-    Ensure(m_atm, this).SetATMMode(mode);
+    SetInRecord(m_atm, this, &EInterfaceData_Atm::SetATMMode, mode);
 }
 
 void EInterfaceItem::SetVPI(unsigned int vpi)
 {
-    Ensure(m_atm, this).SetVPI(vpi);
+    SetInRecord(m_atm, this, &EInterfaceData_Atm::SetVPI, vpi);
 }
 
 void EInterfaceItem::SetVCI(unsigned int vci)
 {
-    Ensure(m_atm, this).SetVCI(vci);
+    SetInRecord(m_atm, this, &EInterfaceData_Atm::SetVCI, vci);
 }
 
 unsigned int EInterfaceItem::GetPPPHandle() const
@@ -397,12 +434,12 @@ unsigned int EInterfaceItem::GetPPPSession() const
 
 void EInterfaceItem::SetPPPHandle(unsigned int handle)
 {
-    Ensure(m_ppp, this).SetPPPHandle(handle);
+    SetInRecord(m_ppp, this, &EInterfaceData_Ppp::SetPPPHandle, handle);
 }
 
 void EInterfaceItem::SetPPPSession(unsigned int session)
 {
-    Ensure(m_ppp, this).SetPPPSession(session);
+    SetInRecord(m_ppp, this, &EInterfaceData_Ppp::SetPPPSession, session);
 }
 
 EComponentId const& EInterfaceItem::GetGreSourceIp() const
@@ -447,32 +484,32 @@ void EInterfaceItem::SetGreSourceIp(EComponentId const& interface)
 
 void EInterfaceItem::SetGreDestIp(EIPAddress const& address)
 {
-    Ensure(m_gre, this).SetDestIp(address);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetDestIp, address);
 }
 
 void EInterfaceItem::SetGreUseChecksum(bool use)
 {
-    Ensure(m_gre, this).SetUseChecksum(use);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetUseChecksum, use);
 }
 
 void EInterfaceItem::SetGreUseSequence(bool use)
 {
-    Ensure(m_gre, this).SetUseSequence(use);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetUseSequence, use);
 }
 
 void EInterfaceItem::SetGreUseKey(bool use)
 {
-    Ensure(m_gre, this).SetUseKey(use);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetUseKey, use);
 }
 
 void EInterfaceItem::SetGreInKey(unsigned int key)
 {
-    Ensure(m_gre, this).SetInKey(key);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetInKey, key);
 }
 
 void EInterfaceItem::SetGreOutKey(unsigned int key)
 {
-    Ensure(m_gre, this).SetOutKey(key);
+    SetInRecord(m_gre, this, &EInterfaceData_Gre::SetOutKey, key);
 }
 
 EComponentId const& EInterfaceItem::GetConnectedViaId() const

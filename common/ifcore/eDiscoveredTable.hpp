@@ -46,7 +46,7 @@ public:
     void AddInfo(EDiscoveredInfo const& info);
     void RemoveInfo(unsigned int id); ///< Announced while it is still there.
     /// The info keeps its id, whatever the new content carries. Announced by the info. For an unknown id nothing but
-    /// that a missing default MAC is looked for.
+    /// that the default MAC is found anew, when there is none or it is said to be of that id.
     void SetInfo(unsigned int id, EDiscoveredInfo const& info);
     /// The first in ascending order of the ids that has this address of its own; null without one.
     EDiscoveredInfo const* FindInfoByIP(EIPAddress const& address) const;

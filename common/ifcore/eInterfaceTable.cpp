@@ -379,9 +379,10 @@ void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
         EInterfaceItem& item = *GetItem(position);
         if (item.GetType() == INTERFACE_TYPE_GRE || item.GetType() == INTERFACE_TYPE_UNCONNECTED) continue;
         EIPAddress const& gateway = item.GetIPv4AddressItem().GetGateway();
-        if (gateway.IsZero() || HasAddress(item, gateway)) continue; // its own gateway is not reached through another
+        if (gateway.IsZero()) continue;
         unsigned int const* const viaId = connected.Find(gateway);
-        EInterfaceItem const* const via = viaId ? GetItem(*viaId) : nullptr;
+        if (!viaId || *viaId == position->first) continue; // on purpose not via itself
+        EInterfaceItem const* const via = GetItem(*viaId);
         if (!via) continue;
         via->GetID(viaPath);
         item.SetType(INTERFACE_TYPE_UNCONNECTED);

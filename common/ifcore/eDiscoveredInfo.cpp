@@ -122,26 +122,11 @@ struct EDiscoveredInfo::Entries {
     IpIndex::Entries byIp;
 
     /// Those that name a neighbour of this content by this id.
-    Entries(EDiscoveredNeighbor const& neighbor, unsigned int id) : m_mac(neighbor.GetMac())
+    Entries(EDiscoveredNeighbor const& neighbor, unsigned int id)
     {
-        byMac[EDiscoveredMacKey(m_mac)] = id;
+        byMac[EDiscoveredMacKey(neighbor.GetMac())] = id;
         for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address)
             byIp[EDiscoveredIpKey(*address)] = id;
-    }
-    /// Whether the neighbour still has this MAC and just these addresses. If not, some of the entries are gone.
-    bool AreOf(EDiscoveredNeighbor const& neighbor)
-    {
-        if (!(neighbor.GetMac() == m_mac)) return false;
-        IpIndex::Entries held;
-        for (auto address = neighbor.AddressBegin(); address != neighbor.AddressEnd(); ++address) {
-            EDiscoveredIpKey const key(*address);
-            if (auto node = byIp.extract(key))
-                held.insert(std::move(node));
-            else if (held.find(key) == held.end()) // else the neighbour has it twice
-                return false;
-        }
-        byIp.swap(held);
-        return held.empty();
     }
     /// Only the keys count; what was there under them becomes of these. On purpose by the MAC and the addresses alone:
     /// entries that name another neighbour by now go too.
@@ -158,9 +143,6 @@ struct EDiscoveredInfo::Entries {
         takeOut(info.m_neighborsByMac, byMac);
         takeOut(info.m_neighborsByIp, byIp);
     }
-
-private:
-    EMACAddress m_mac;
 };
 
 void EDiscoveredInfo::PutIn(Entries& entries) noexcept
@@ -183,9 +165,11 @@ EDiscoveredInfo::Entries EDiscoveredInfo::TakenOut(EDiscoveredNeighbor const& ne
     return taken;
 }
 
-void EDiscoveredInfo::CleanNeighborMap(EDiscoveredNeighbor const* neighbor)
+/// Whether both have the same MAC and the same addresses.
+static bool AreIndexedAlike(EDiscoveredNeighbor const& one, EDiscoveredNeighbor const& other)
 {
-    if (neighbor) TakenOut(*neighbor);
+    return one.GetMac() == other.GetMac() &&
+           std::equal(one.AddressBegin(), one.AddressEnd(), other.AddressBegin(), other.AddressEnd());
 }
 
 static bool IsDefaultMAC(EDiscoveredTable const* table, unsigned int interfaceId, unsigned int neighborId)
@@ -205,9 +189,10 @@ unsigned int EDiscoveredInfo::AddNeighbor(EDiscoveredNeighbor const& neighbor)
     bool announced = false;
     try {
         Entries entries(*stored, id); // before the announcement, behind which nothing may fail
+        EDiscoveredNeighbor const told(*stored);
         announced = true;
         GetHooks().AddingNeighbor(*stored);
-        if (entries.AreOf(*stored))
+        if (AreIndexedAlike(*stored, told))
             PutIn(entries);
         else
             AddNeighborToMap(stored); // the observer has changed it
@@ -243,12 +228,14 @@ void EDiscoveredInfo::SetNeighbor(unsigned int id, EDiscoveredNeighbor const& ne
 void EDiscoveredInfo::RemoveNeighbor(unsigned int id)
 {
     if (EDiscoveredNeighbor const* const neighbor = GetNeighbor(id)) {
-        Entries removed(*neighbor, 0); // as in AddNeighbor
+        EMACAddress const told(neighbor->GetMac());
+        EDiscoveredMacKey mac(told); // as in AddNeighbor
         GetHooks().RemovingNeighbor(*neighbor);
-        if (removed.AreOf(*neighbor))
-            removed.TakeOut(*this);
-        else
-            CleanNeighborMap(neighbor);
+        if (!(neighbor->GetMac() == told)) mac = EDiscoveredMacKey(neighbor->GetMac());
+        // On purpose by the MAC and the addresses alone: entries that name another neighbour by now go too.
+        m_neighborsByMac.Take(mac);
+        for (auto address = neighbor->AddressBegin(); address != neighbor->AddressEnd(); ++address)
+            m_neighborsByIp.Take(EDiscoveredIpKey(*address));
     }
     if (m_neighbors.RemoveItem(id)) m_removedUpTo = std::max(m_removedUpTo, id);
     SetHasAddress(id, false);

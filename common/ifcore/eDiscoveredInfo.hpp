@@ -120,7 +120,6 @@ private:
     bool IsGone(unsigned int id) const { return id <= m_removedUpTo && !GetNeighbor(id); }
     Entries TakenOut(EDiscoveredNeighbor const& neighbor);
     void AddNeighborToMap(EDiscoveredNeighbor const* neighbor);
-    void CleanNeighborMap(EDiscoveredNeighbor const* neighbor);
     void Keep(unsigned int id, EDiscoveredNeighbor& neighbor) noexcept; ///< Tells it the place.
     void KeepNeighbors() noexcept;
     void KeepNeighborsAnew() noexcept; ///< And finds out which have addresses.

@@ -7,7 +7,6 @@
 #include "eRecord.hpp"
 
 #include <algorithm>
-#include <new>
 
 EDiscoveredInfo::EDiscoveredInfo() : m_neighbors(this)
 {

@@ -1,8 +1,8 @@
 # ifcore_add_library(<name> <host target> [STATIC])
 #
 # Defines the library as target <name>, compiled and linked against the host interface that <host target> supplies.
-# The only way it is made: for libifcore itself, for other hosts, and STATIC (all symbols reachable) for tests of
-# internals.
+# The only way it is made: for libifcore itself, for other hosts, and STATIC (of the objects of libifcore, all symbols
+# reachable) for tests of internals.
 
 find_package(Boost REQUIRED)
 
@@ -15,8 +15,8 @@ function(ifcore_add_library name host)
     endif()
 
     if(arg_STATIC)
-        add_library(${name} STATIC ${sources})
-        ifcore_configure_target(${name})
+        add_library(${name} STATIC $<TARGET_OBJECTS:ifcore>) # compiled once
+        set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
     else()
         add_library(${name} SHARED ${sources})
         ifcore_configure_shared_library(${name})

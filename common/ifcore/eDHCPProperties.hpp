@@ -69,10 +69,10 @@ private:
         EIPAddress serverId; // IPv4 0.0.0.0
         std::string vendorId;
         unsigned int releaseTimer = 0;
+        unsigned int retryCount = 4;    // never 0 through the setter
         std::list<EDHCPTLV> customTlvs; // in the order of sending, duplicates allowed
         EIPAddress relayAgentIp;        // IPv4 0.0.0.0
         EIPAddress relayDestination = LimitedBroadcast();
-        unsigned int retryCount = 4; // never 0 through the setter
     };
     Values m_values;
     EInterfaceItem const* m_parent = nullptr; // not owned, never swapped

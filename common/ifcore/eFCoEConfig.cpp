@@ -16,10 +16,10 @@ static constexpr unsigned int kVnPortKeepAlive = 1u << 1;
 
 template <class Values> static auto Tie(Values& v)
 {
-    auto& [srcPortWwn, srcNodeWwn, b2bRxSize, scrEnabled, nsRegistrationEnabled, plogiEnabled, destNodeId, srcOui,
-           fipWord, vlanDiscoveryEnabled, vlanDiscoveryUntagged, keepAliveWord, maxFCoESize, addressMode, vendorId,
-           vendorSpecificTlvs, nsRegOption, plogiDestinations, fcNsQuery, autoPlogiEnabled, prliEnabled, nsQueryEnabled,
-           scrOption, edit24] = v;
+    auto& [srcPortWwn, srcNodeWwn, b2bRxSize, scrEnabled, nsRegistrationEnabled, plogiEnabled, autoPlogiEnabled,
+           destNodeId, srcOui, fipWord, vlanDiscoveryEnabled, vlanDiscoveryUntagged, prliEnabled, nsQueryEnabled,
+           keepAliveWord, maxFCoESize, addressMode, vendorId, vendorSpecificTlvs, nsRegOption, plogiDestinations,
+           fcNsQuery, scrOption, edit24] = v;
     return std::tie(srcPortWwn, srcNodeWwn, b2bRxSize, scrEnabled, nsRegistrationEnabled, plogiEnabled, destNodeId,
                     srcOui, fipWord, vlanDiscoveryEnabled, vlanDiscoveryUntagged, keepAliveWord, maxFCoESize,
                     addressMode, vendorId, vendorSpecificTlvs, nsRegOption, plogiDestinations, fcNsQuery,

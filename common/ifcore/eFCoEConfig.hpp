@@ -126,6 +126,7 @@ private:
         bool scrEnabled = false;
         bool nsRegistrationEnabled = false;
         bool plogiEnabled = false;
+        bool autoPlogiEnabled = false;
         unsigned int destNodeId = 112233; // 0x01B669, decimal on purpose; 24 significant bits
         unsigned int srcOui = 0x0EFC00;   // FC-MAP
         // bit 0 FIP enabled, bit 1 reset FIP discovery enabled, bits 16 to 31 its number of retries (signed); bits
@@ -133,6 +134,8 @@ private:
         unsigned int fipWord = 0x00030001;
         bool vlanDiscoveryEnabled = false;
         bool vlanDiscoveryUntagged = true;
+        bool prliEnabled = false;
+        bool nsQueryEnabled = false;
         unsigned int keepAliveWord = 3;    // bit 0 FIP keep-alive, bit 1 VN_Port keep-alive; other bits are kept
         unsigned short maxFCoESize = 2158; // bytes
         eAddressModes addressMode = ADDRESS_MODE_FABRIC_PROVIDED;
@@ -141,9 +144,6 @@ private:
         ENSRegOption nsRegOption;
         std::vector<EPLOGIDestination> plogiDestinations;
         EFCNSQuery fcNsQuery;
-        bool autoPlogiEnabled = false;
-        bool prliEnabled = false;
-        bool nsQueryEnabled = false;
         eSCROptions scrOption = SCR_OPTION_DEFAULT;
         unsigned int edit24 = 0; // only sub-id 24 sets it, unannounced
     };

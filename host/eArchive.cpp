@@ -136,7 +136,9 @@ unsigned char const* EArchive::FailBytes(std::size_t count)
 bool EArchive::MakeRoom(std::size_t count)
 {
     if (!m_storing) return false;
-    Reserve(std::max(GetSize() + count + kReserve, 2 * m_capacity));
+    // A large block may have to be copied to grow: seldom, then. What is not written of it takes no memory.
+    std::size_t const factor = m_capacity < kLarge ? 2 : 4;
+    Reserve(std::max(GetSize() + count + kReserve, factor * m_capacity));
     return true;
 }
 

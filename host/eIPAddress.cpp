@@ -86,51 +86,12 @@ std::string EIPAddress::GetAsString() const
     return text;
 }
 
-static std::ptrdiff_t const kArchived = 1 + 16; // bytes of an IPv6 address, the larger of the two
-
-EArchive& operator<<(EArchive& archive, EIPAddress const& address)
-{
-    // Both families take one byte in an archive. Constant sizes are copied without a call.
-    bool const isIPv4 = address.GetFamily() == EIPAddress::kIPv4;
-    if (unsigned char* const bytes = archive.AddBytes(isIPv4 ? 1 + 4 : 1 + 16)) {
-        bytes[0] = static_cast<unsigned char>(address.GetFamily());
-        if (isIPv4)
-            std::memcpy(bytes + 1, address.GetBytes(), 4);
-        else
-            std::memcpy(bytes + 1, address.GetBytes(), 16);
-    }
-    return archive;
-}
-
-/// Step by step: of an archive that ends soon, or holds no address.
-[[gnu::cold, gnu::noinline]] static void ReadLast(EArchive& archive, EIPAddress& address)
+void EIPAddress::ReadLast(EArchive& archive)
 {
     std::size_t const start = archive.GetOffset();
     unsigned int family = 0;
     archive >> family;
-    if (family != EIPAddress::kIPv4 && family != EIPAddress::kIPv6)
-        archive.Fail(start, "address family 17 or 18", std::to_string(family));
+    if (family != kIPv4 && family != kIPv6) archive.Fail(start, "address family 17 or 18", std::to_string(family));
     unsigned int const size = AddressSize(family);
-    address.SetAddress(archive.ReadBytes(size), size, family);
-}
-
-EArchive& operator>>(EArchive& archive, EIPAddress& address)
-{
-    // Mostly more follows than either family takes: one look says that all is there.
-    unsigned char const* const bytes = archive.PeekBytes(kArchived);
-    if (bytes && bytes[0] == EIPAddress::kIPv4) {
-        address.m_family = EIPAddress::kIPv4;
-        address.m_bytes = {};
-        std::memcpy(address.m_bytes.data(), bytes + 1, 4);
-        archive.SkipBytes(1 + 4);
-    } else if (bytes && bytes[0] == EIPAddress::kIPv6) {
-        address.m_family = EIPAddress::kIPv6;
-        std::memcpy(address.m_bytes.data(), bytes + 1, 16);
-        archive.SkipBytes(1 + 16);
-    } else if (archive.IsStoring()) {
-        address = EIPAddress();
-    } else {
-        ReadLast(archive, address);
-    }
-    return archive;
+    SetAddress(archive.ReadBytes(size), size, family);
 }

@@ -1,6 +1,8 @@
 #include "eVLANIPAddressTableItemProperties.hpp"
 
-#include <utility>
+#include <algorithm>
+#include <array>
+#include <vector>
 
 EArchive& operator<<(EArchive& archive, EVLANIPAddressTableItemProperties const& properties)
 {
@@ -12,12 +14,17 @@ EArchive& operator<<(EArchive& archive, EVLANIPAddressTableItemProperties const&
 
 EArchive& operator>>(EArchive& archive, EVLANIPAddressTableItemProperties& properties)
 {
-    EVLANIPAddressTableItemProperties read;
-    archive >> read.m_enabled;
-    if (std::size_t const levels = archive.ReadCount()) {
-        read.SetVLANCount(static_cast<unsigned int>(levels));
-        for (unsigned int level = 0; level < levels; ++level) archive >> read.TagOf(level);
-    }
-    properties = std::move(read);
+    bool enabled = false;
+    archive >> enabled;
+    std::size_t const levels = archive.ReadCount();
+    std::array<unsigned short, EVLANIPAddressTableItemProperties::kOuterLevels> outerTags = {};
+    std::size_t const outer = std::min(levels, outerTags.size());
+    for (std::size_t level = 0; level < outer; ++level) archive >> outerTags[level];
+    std::vector<unsigned short> innerTags(levels - outer);
+    for (unsigned short& tag : innerTags) archive >> tag;
+    properties.m_enabled = enabled;
+    properties.m_outerCount = static_cast<unsigned char>(outer);
+    properties.m_outerTags = outerTags;
+    properties.m_innerTags.swap(innerTags);
     return archive;
 }

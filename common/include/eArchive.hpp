@@ -85,12 +85,10 @@ public:
     EArchive& operator>>(std::string& value)
     {
         std::size_t const size = ReadCount();
-        if (size == 0) {
-            value.clear();
-        } else {
-            value.assign(reinterpret_cast<char const*>(m_next), size);
-            m_next += size; // which ReadCount found to be there
-        }
+        value.clear();
+        if (size == 0) return *this;
+        value.append(reinterpret_cast<char const*>(m_next), size); // assign looks whether the bytes are its own
+        m_next += size;                                            // which ReadCount found to be there
         return *this;
     }
 

@@ -4,6 +4,7 @@
 #include "ifhostExport.hpp"
 
 #include <array>
+#include <cstring>
 #include <string>
 #include <utility>
 
@@ -49,13 +50,47 @@ public:
     }
 
 private:
-    friend IFHOST_API EArchive& operator>>(EArchive& archive, EIPAddress& address);
+    friend EArchive& operator<<(EArchive& archive, EIPAddress const& address);
+    friend EArchive& operator>>(EArchive& archive, EIPAddress& address);
+    /// Step by step: of an archive that ends soon, or holds no address.
+    [[gnu::cold, gnu::noinline]] void ReadLast(EArchive& archive);
 
     unsigned int m_family = kIPv4;
     std::array<unsigned char, 16> m_bytes = {};
 };
 
 /// The family, then 4 or 16 bytes.
-IFHOST_API EArchive& operator<<(EArchive& archive, EIPAddress const& address);
+inline EArchive& operator<<(EArchive& archive, EIPAddress const& address)
+{
+    // Both families take one byte in an archive. Constant sizes are copied without a call.
+    bool const isIPv4 = address.m_family == EIPAddress::kIPv4;
+    if (unsigned char* const bytes = archive.AddBytes(isIPv4 ? 1 + 4 : 1 + 16)) {
+        bytes[0] = static_cast<unsigned char>(address.m_family);
+        if (isIPv4)
+            std::memcpy(bytes + 1, address.m_bytes.data(), 4);
+        else
+            std::memcpy(bytes + 1, address.m_bytes.data(), 16);
+    }
+    return archive;
+}
 /// A family other than 17 and 18 is an error; on an error the address keeps what it held.
-IFHOST_API EArchive& operator>>(EArchive& archive, EIPAddress& address);
+inline EArchive& operator>>(EArchive& archive, EIPAddress& address)
+{
+    // Mostly more follows than either family takes: one look says that all is there.
+    unsigned char const* const bytes = archive.PeekBytes(1 + 16);
+    if (bytes && bytes[0] == EIPAddress::kIPv4) {
+        address.m_family = EIPAddress::kIPv4;
+        address.m_bytes = {};
+        std::memcpy(address.m_bytes.data(), bytes + 1, 4);
+        archive.SkipBytes(1 + 4);
+    } else if (bytes && bytes[0] == EIPAddress::kIPv6) {
+        address.m_family = EIPAddress::kIPv6;
+        std::memcpy(address.m_bytes.data(), bytes + 1, 16);
+        archive.SkipBytes(1 + 16);
+    } else if (archive.IsStoring()) {
+        address = EIPAddress();
+    } else {
+        address.ReadLast(archive);
+    }
+    return archive;
+}

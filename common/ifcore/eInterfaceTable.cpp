@@ -329,7 +329,14 @@ struct EAddressHash {
     }
 };
 
-/// Which interface FindConnectedInterfaceByIP would find, for many questions to one table.
+/// Whether an old interface is an unconnected one if its gateway is another's address.
+bool IsCandidate(EInterfaceItem const& item)
+{
+    return item.GetType() != INTERFACE_TYPE_GRE && item.GetType() != INTERFACE_TYPE_UNCONNECTED &&
+           !item.GetIPv4AddressItem().GetGateway().IsZero();
+}
+
+/// Which interface FindConnectedInterfaceByIP would find, for many questions to one table; and who has to ask.
 class EConnectedInterfaces {
 public:
     explicit EConnectedInterfaces(EInterfaceItemList const& items)
@@ -342,10 +349,12 @@ public:
             askedForIPv6 |= ipv4.GetGateway().GetFamily() != kIPv4Family;
             if (item.GetType() != INTERFACE_TYPE_GRE && ipv4.GetAddress().GetFamily() == kIPv4Family)
                 m_ids.try_emplace(ipv4.GetAddress(), position->first); // the first one stays
+            if (IsCandidate(item)) m_candidates.push_back(position->first);
         }
         if (askedForIPv6) AddIPv6Addresses(items); // hardly ever
     }
-    unsigned int const* Find(EIPAddress const& address) const ///< Its id; null without one
+    std::vector<unsigned int> const& GetCandidates() const { return m_candidates; } ///< Ascending ids.
+    unsigned int const* Find(EIPAddress const& address) const                       ///< Its id; null without one
     {
         auto const found = m_ids.find(address);
         return found == m_ids.end() ? nullptr : &found->second;
@@ -367,6 +376,7 @@ private:
 
     std::pmr::monotonic_buffer_resource m_memory; // given back at once, not entry by entry
     std::pmr::unordered_map<EIPAddress, unsigned int, EAddressHash> m_ids{&m_memory};
+    std::vector<unsigned int> m_candidates;
 };
 
 } // namespace
@@ -375,17 +385,15 @@ void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
 {
     EConnectedInterfaces const connected(*this);
     EComponentId viaPath;
-    for (auto position = begin(); position != end(); ++position) {
-        EInterfaceItem& item = *GetItem(position);
-        if (item.GetType() == INTERFACE_TYPE_GRE || item.GetType() == INTERFACE_TYPE_UNCONNECTED) continue;
-        EIPAddress const& gateway = item.GetIPv4AddressItem().GetGateway();
-        if (gateway.IsZero()) continue;
-        unsigned int const* const viaId = connected.Find(gateway);
-        if (!viaId || *viaId == position->first) continue; // on purpose not via itself
+    for (unsigned int const id : connected.GetCandidates()) { // by id: a walk would wait for one after the other
+        EInterfaceItem* const item = GetItem(id);
+        if (!item || !IsCandidate(*item)) continue; // an observer has changed it meanwhile
+        unsigned int const* const viaId = connected.Find(item->GetIPv4AddressItem().GetGateway());
+        if (!viaId || *viaId == id) continue; // on purpose not via itself
         EInterfaceItem const* const via = GetItem(*viaId);
         if (!via) continue;
         via->GetID(viaPath);
-        item.SetType(INTERFACE_TYPE_UNCONNECTED);
-        item.SetConnectedViaId(viaPath);
+        item->SetType(INTERFACE_TYPE_UNCONNECTED);
+        item->SetConnectedViaId(viaPath);
     }
 }

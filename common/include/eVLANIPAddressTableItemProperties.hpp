@@ -60,10 +60,6 @@ private:
     {
         return level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
     }
-    unsigned short& TagOf(unsigned int level)
-    {
-        return level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
-    }
     unsigned int GetBits(unsigned int level, unsigned int shift, unsigned int mask) const
     {
         return level < GetVLANCount() ? static_cast<unsigned int>(TagOf(level)) >> shift & mask : 0;
@@ -71,8 +67,8 @@ private:
     void SetBits(unsigned int level, unsigned int shift, unsigned int mask, unsigned int value)
     {
         if (level >= GetVLANCount()) return;
-        unsigned short& tag = TagOf(level);
-        unsigned int const others = tag & ~(mask << shift);
+        unsigned int const others = TagOf(level) & ~(mask << shift);
+        unsigned short& tag = level < kOuterLevels ? m_outerTags[level] : m_innerTags[level - kOuterLevels];
         tag = static_cast<unsigned short>(others | (value & mask) << shift);
     }
 

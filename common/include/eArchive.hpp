@@ -85,10 +85,13 @@ public:
     EArchive& operator>>(std::string& value)
     {
         std::size_t const size = ReadCount();
-        value.clear();
-        if (size == 0) return *this;
-        value.append(reinterpret_cast<char const*>(m_next), size); // assign looks whether the bytes are its own
-        m_next += size;                                            // which ReadCount found to be there
+        if (size > value.capacity()) {
+            value.assign(reinterpret_cast<char const*>(m_next), size); // without the memory for it the old text stays
+        } else {
+            value.clear();
+            if (size > 0) value.append(reinterpret_cast<char const*>(m_next), size); // quicker than assign
+        }
+        m_next += size; // which ReadCount found to be there
         return *this;
     }
 

@@ -1,9 +1,11 @@
+#include "allocations.hpp"
 #include "hostTestSupport.hpp"
 
 #include "eIPAddress.hpp"
 
 #include <climits>
 #include <functional>
+#include <new>
 #include <stdexcept>
 #include <type_traits>
 #include <unistd.h>
@@ -233,6 +235,19 @@ TEST(EArchive, AnArchiveThatIsReadIgnoresWriting)
         EXPECT_EQ(size, archive.GetAsEBlob().GetSize());
         EXPECT_EQ(size, archive.GetRemaining());
     }
+}
+
+TEST(EArchive, ATextStaysWhenThereIsNoMemoryForTheOneThatIsRead)
+{
+    EArchive archive;
+    archive << std::string(100, 'x');
+    archive.SetMode(2);
+    std::string text = "old";
+    {
+        GrantedAllocations const none(0);
+        EXPECT_THROW(archive >> text, std::bad_alloc);
+    }
+    EXPECT_EQ("old", text);
 }
 
 TEST(EArchive, RawBytesAreWrittenAndReadAsTheyAre)

@@ -3,6 +3,7 @@
 #include "eHexText.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -79,7 +80,10 @@ EArchive& operator<<(EArchive& archive, EBlob const& blob)
 
 EArchive& operator>>(EArchive& archive, EBlob& blob)
 {
+    std::size_t const start = archive.GetOffset();
     std::size_t const size = archive.ReadCount();
+    unsigned int const most = std::numeric_limits<unsigned int>::max();
+    if (size > most) archive.Fail(start, "a blob of at most " + std::to_string(most) + " bytes", std::to_string(size));
     blob = EBlob(archive.ReadBytes(size), static_cast<unsigned int>(size));
     return archive;
 }

@@ -1,5 +1,7 @@
 #include "hostTestSupport.hpp"
 
+#include <stdexcept>
+
 TEST(EBlob, CopiesTheBytesGivenAndIsZeroWithout)
 {
     unsigned char bytes[] = {1, 2, 3};
@@ -166,4 +168,25 @@ TEST(EBlobArchive, RefusesASizeOfMoreThanWhatRemains)
     EArchive storing;
     storing >> kept;
     EXPECT_EQ(EBlob(), kept);
+}
+
+TEST(EBlobArchive, RefusesOneThatIsLargerThanABlobCanBe)
+{
+    EArchive archive; // whose bytes are there but never touched
+    std::size_t const size = (1UL << 32) + 3;
+    archive << 7 << size;
+    archive.AddBytes(size);
+    EXPECT_THROW(archive.GetAsEBlob(), std::length_error);
+    archive.SetMode(2);
+    int first = 0;
+    archive >> first;
+    EBlob kept = BytesOf("aa");
+    try {
+        archive >> kept;
+        ADD_FAILURE() << kept.GetSize() << " bytes were read";
+    } catch (EArchiveError const& error) {
+        EXPECT_STREQ("archive offset 1: wanted a blob of at most 4294967295 bytes, found 4294967299", error.what());
+    }
+    EXPECT_EQ(BytesOf("aa"), kept);
+    EXPECT_EQ(1U, archive.GetOffset());
 }

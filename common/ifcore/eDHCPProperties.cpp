@@ -6,7 +6,7 @@
 
 template <class Values> static auto Tie(Values& v)
 {
-    auto& [clientId, serverId, vendorId, releaseTimer, customTlvs, relayAgentIp, relayDestination, retryCount] = v;
+    auto& [clientId, serverId, vendorId, releaseTimer, retryCount, customTlvs, relayAgentIp, relayDestination] = v;
     return std::tie(clientId, vendorId, serverId, releaseTimer, customTlvs, relayAgentIp, relayDestination, retryCount);
 }
 

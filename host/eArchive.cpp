@@ -84,7 +84,7 @@ void EArchive::SetMode(int mode)
 EBlob EArchive::GetAsEBlob() const
 {
     std::size_t const size = GetSize();
-    if (size > std::numeric_limits<unsigned int>::max()) throw std::length_error("an archive of more than 4 GiB");
+    if (size > std::numeric_limits<unsigned int>::max()) throw std::length_error("an archive of 4 GiB or more");
     return EBlob(m_begin, static_cast<unsigned int>(size));
 }
 

@@ -52,7 +52,7 @@ public:
     void SetFromEBlob(EBlob const& blob, bool replace);
     /// 1 writes behind what is there, 2 reads from the start; any other mode throws std::invalid_argument.
     void SetMode(int mode);
-    /// A copy of the whole content, whatever the mode and position. More than 4 GiB throws std::length_error.
+    /// A copy of the whole content, whatever the mode and position. 4 GiB and more throw std::length_error.
     EBlob GetAsEBlob() const;
     bool IsStoring() const { return m_storing; }
     /// Whether everything was read; an archive that is being written always stands at its end.

@@ -246,7 +246,7 @@ public:
 
 private:
     template <class Item, class Parent> friend class EUniqueIDMapImpl;
-    void SerializeInNew(EArchive& archive); ///< SerializeIn of a record that holds its defaults and has no parent.
+    void SerializeInNew(EArchive& archive); ///< SerializeIn of a record that holds its defaults.
 
     /// In an order without gaps: up to 1,000 bytes an interface is one of the small blocks of the C library's
     /// allocator.

@@ -28,7 +28,7 @@ EArchiveError::~EArchiveError() = default;
 EArchive::EArchive(EArchive const& other)
 {
     std::size_t const size = other.GetSize();
-    Reserve(size);
+    Reserve(size + kReserve);
     std::memcpy(m_begin, other.m_begin, size);
     m_storing = other.m_storing;
     Place(size, other.GetOffset());
@@ -68,7 +68,7 @@ void EArchive::SetFromEBlob(EBlob const& blob, bool replace)
 {
     std::size_t const start = replace ? 0 : GetSize();
     std::size_t const size = start + blob.GetSize();
-    Reserve(size);
+    Reserve(size + kReserve);
     if (blob.GetSize() > 0) std::memcpy(m_begin + start, blob.GetData(), blob.GetSize());
     Place(size, replace ? 0 : GetOffset());
 }
@@ -90,7 +90,7 @@ EBlob EArchive::GetAsEBlob() const
 
 void EArchive::Fail(std::size_t offset, std::string const& wanted, std::string const& found)
 {
-    if (!m_storing) m_next = m_begin + offset;
+    if (!m_storing) m_read = m_begin + offset;
     throw EArchiveError(offset, wanted, found);
 }
 
@@ -99,12 +99,12 @@ unsigned long EArchive::ReadLastPattern(unsigned long largest, char const* type)
 {
     if (m_storing) return 0;
     if (AtEnd()) FailPattern(largest, type, 0, 0);
-    unsigned int const width = *m_next > kLargestSingle ? *m_next - kLargestSingle : 0;
+    unsigned int const width = *m_read > kLargestSingle ? *m_read - kLargestSingle : 0;
     if (GetRemaining() <= width) FailPattern(largest, type, width, 0);
-    unsigned long pattern = width == 0 ? *m_next : 0;
-    for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | m_next[i];
+    unsigned long pattern = width == 0 ? *m_read : 0;
+    for (unsigned int i = 1; i <= width; ++i) pattern = pattern << 8 | m_read[i];
     if (pattern < LeastPattern(width) || pattern > largest) FailPattern(largest, type, width, pattern);
-    m_next += 1 + width;
+    m_read += 1 + width;
     return pattern;
 }
 
@@ -136,10 +136,18 @@ unsigned char const* EArchive::FailBytes(std::size_t count)
 bool EArchive::MakeRoom(std::size_t count)
 {
     if (!m_storing) return false;
-    // A large block may have to be copied to grow: seldom, then. What is not written of it takes no memory.
-    std::size_t const factor = m_capacity < kLarge ? 2 : 4;
-    Reserve(std::max(GetSize() + count + kReserve, factor * m_capacity));
-    return true;
+    std::size_t const least = GetSize() + count + kReserve;
+    // A large block may have to be copied to grow: seldom, then. What is not written of it takes no memory, but where
+    // address space is scarce less may do.
+    std::size_t const ample = (m_capacity < kLarge ? 2 : 4) * m_capacity;
+    for (std::size_t capacity = std::max(least, ample);; capacity = std::max(least, capacity / 2)) {
+        try {
+            Reserve(capacity);
+            return true;
+        } catch (std::bad_alloc const&) {
+            if (capacity == least || capacity < kLarge) throw;
+        }
+    }
 }
 
 void EArchive::ReleaseHeap() noexcept
@@ -170,7 +178,9 @@ void EArchive::Reserve(std::size_t capacity)
 
 void EArchive::Place(std::size_t size, std::size_t position)
 {
-    m_next = m_begin + (m_storing ? size : position);
+    m_next = m_storing ? m_begin + size : m_begin;
     m_writeEnd = m_storing ? m_begin + (m_capacity - kReserve) : m_begin;
-    m_readEnd = m_storing ? m_begin : m_begin + size;
+    m_read = m_storing ? &m_nothing : m_begin + position;
+    m_readEnd = m_storing ? &m_nothing : m_begin + size;
+    if (!m_storing) m_begin[size] = kNothing;
 }

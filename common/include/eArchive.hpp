@@ -56,7 +56,7 @@ public:
     EBlob GetAsEBlob() const;
     bool IsStoring() const { return m_storing; }
     /// Whether everything was read; an archive that is being written always stands at its end.
-    bool AtEnd() const { return m_storing || m_next == m_readEnd; }
+    bool AtEnd() const { return m_read == m_readEnd; }
 
     EArchive& operator<<(bool value) { return WriteInteger(value); }
     EArchive& operator<<(signed char value) { return WriteInteger(value); }
@@ -85,13 +85,14 @@ public:
     EArchive& operator>>(std::string& value)
     {
         std::size_t const size = ReadCount();
+        auto const text = reinterpret_cast<char const*>(m_read);
         if (size > value.capacity()) {
-            value.assign(reinterpret_cast<char const*>(m_next), size); // without the memory for it the old text stays
+            value.assign(text, size); // without the memory for it the old text stays
         } else {
             value.clear();
-            if (size > 0) value.append(reinterpret_cast<char const*>(m_next), size); // quicker than assign
+            if (size > 0) value.append(text, size); // quicker than assign
         }
-        m_next += size; // which ReadCount found to be there
+        m_read += size; // which ReadCount found to be there
         return *this;
     }
 
@@ -100,42 +101,39 @@ public:
     /// Appends \p count raw bytes; \p bytes may be null when \p count is 0.
     EArchive& WriteBytes(void const* bytes, std::size_t count)
     {
-        unsigned char* const added = count == 0 ? nullptr : AddBytes(count);
-        if (added) std::memcpy(added, bytes, count);
+        if (unsigned char* const room = count == 0 ? nullptr : RoomFor(count)) {
+            std::memcpy(room, bytes, count);
+            AppendTo(room + count);
+        }
         return *this;
     }
-    /// Appends \p count bytes, which the caller sets: valid until the archive changes. Null when it is being read.
-    unsigned char* AddBytes(std::size_t count)
-    {
-        if (!HasRoom(count)) return nullptr;
-        unsigned char* const bytes = m_next;
-        m_next += count;
-        return bytes;
-    }
+    /// Where up to \p count bytes, at least one, are appended by AppendTo. Null when the archive is being read.
+    unsigned char* RoomFor(std::size_t count) { return HasRoom(count) ? m_next : nullptr; }
+    /// Appends the bytes that were written from RoomFor to \p end.
+    void AppendTo(unsigned char* end) { m_next = end; }
     /// The next \p count bytes, consumed: valid until the archive changes. Null when the archive is being written and
     /// \p count is not 0.
     unsigned char const* ReadBytes(std::size_t count)
     {
         if (__builtin_expect(GetRemaining() < count, false)) return FailBytes(count);
-        unsigned char const* const bytes = m_next;
-        m_next += count;
-        return bytes;
+        return std::exchange(m_read, m_read + count);
     }
-    /// The next \p count bytes, not consumed; null when there are not so many.
-    unsigned char const* PeekBytes(std::ptrdiff_t count) const { return m_readEnd - m_next < count ? nullptr : m_next; }
-    void SkipBytes(std::size_t count) { m_next += count; } ///< Consumes bytes that PeekBytes gave.
+    /// The next \p count bytes, at least one, of which SkipTo consumes some; null when there are not so many.
+    unsigned char const* PeekBytes(std::ptrdiff_t count) const { return m_readEnd - m_read < count ? nullptr : m_read; }
+    /// Consumes the bytes from PeekBytes to \p end.
+    void SkipTo(unsigned char const* end) { m_read = end; }
     /// Reads an `unsigned long` count of things that take at least one byte each; more than what remains is an error,
     /// so that the count may be used to allocate.
     std::size_t ReadCount()
     {
-        unsigned char const* const start = m_next;
+        unsigned char const* const start = m_read;
         unsigned long count = 0;
         *this >> count;
         if (count != 0 && __builtin_expect(count > GetRemaining(), false)) FailCount(start, count);
         return count;
     }
-    std::size_t GetRemaining() const { return m_storing ? 0 : static_cast<std::size_t>(m_readEnd - m_next); }
-    std::size_t GetOffset() const { return m_storing ? 0 : static_cast<std::size_t>(m_next - m_begin); }
+    std::size_t GetRemaining() const { return static_cast<std::size_t>(m_readEnd - m_read); }
+    std::size_t GetOffset() const { return m_storing ? 0 : static_cast<std::size_t>(m_read - m_begin); }
     /// Goes back to \p offset, where a value begins that turned out wrong, and throws the error.
     [[noreturn, gnu::cold]] void Fail(std::size_t offset, std::string const& wanted, std::string const& found);
     ///@}
@@ -143,7 +141,8 @@ public:
 private:
     static constexpr unsigned int kLargestSingle = 0xF7; // larger patterns follow a byte that tells their width
     static constexpr std::size_t kWidest = 9;            // bytes of the longest form of an integer
-    static constexpr std::size_t kReserve = kWidest - 1; // bytes behind the place of a last integer
+    static constexpr unsigned char kNothing = 0xFF;      // behind the content while it is read: no integer of one byte
+    static constexpr std::size_t kReserve = kWidest;     // bytes behind the place of a last integer: itself, kNothing
     static constexpr std::size_t kLocalCapacity = 128 + kReserve;
     static_assert(sizeof(unsigned long) == 8, "integers of up to eight bytes are archived");
 
@@ -162,45 +161,47 @@ private:
             WritePattern(static_cast<std::make_unsigned_t<Integer>>(value));
         return *this;
     }
+    // Pointers are stored behind the bytes, each of which could be one of theirs as far as the compiler knows: a
+    // pointer that was stored before would have to be loaded again for the next value, and waited for.
     void WritePattern(unsigned long pattern)
     {
         if (__builtin_expect(m_next >= m_writeEnd, false) && !MakeRoom(kWidest)) return;
+        unsigned char* const next = m_next;
         if (pattern <= kLargestSingle) {
-            *m_next++ = static_cast<unsigned char>(pattern);
+            *next = static_cast<unsigned char>(pattern);
+            m_next = next + 1;
             return;
         }
         unsigned int const width = (71U - static_cast<unsigned int>(__builtin_clzl(pattern))) / 8; // bytes, 1 to 8
         unsigned long const bigEndian = htobe64(pattern << (64 - 8 * width));
-        *m_next = static_cast<unsigned char>(kLargestSingle + width);
-        std::memcpy(m_next + 1, &bigEndian, sizeof bigEndian);
-        m_next += 1 + width;
+        *next = static_cast<unsigned char>(kLargestSingle + width);
+        std::memcpy(next + 1, &bigEndian, sizeof bigEndian);
+        m_next = next + 1 + width;
     }
     template <class Integer> EArchive& ReadInteger(Integer& value, char const* type)
     {
         constexpr unsigned long largest = LargestPattern<Integer>();
         constexpr unsigned long single = largest < kLargestSingle ? largest : kLargestSingle;
-        unsigned char* const next = m_next;
-        unsigned long pattern = 0;
-        if (__builtin_expect(next < m_readEnd && *next <= single, true)) {
-            pattern = *next;
-            m_next = next + 1;
-        } else {
+        unsigned long pattern = *m_read; // there is always one, if only kNothing
+        if (__builtin_expect(pattern <= single, true))
+            ++m_read;
+        else
             pattern = ReadWidePattern(largest, type);
-        }
         value = static_cast<Integer>(pattern);
         return *this;
     }
     [[gnu::always_inline]] unsigned long ReadWidePattern(unsigned long largest, char const* type)
     {
-        if (m_readEnd - m_next < static_cast<std::ptrdiff_t>(kWidest) || *m_next <= kLargestSingle)
+        unsigned char const* const next = m_read;
+        if (m_readEnd - next < static_cast<std::ptrdiff_t>(kWidest) || *next <= kLargestSingle)
             return ReadLastPattern(largest, type);
-        unsigned int const width = *m_next - kLargestSingle;
+        unsigned int const width = *next - kLargestSingle;
         unsigned long pattern = 0;
-        std::memcpy(&pattern, m_next + 1, sizeof pattern); // one load, whatever the width
+        std::memcpy(&pattern, next + 1, sizeof pattern); // one load, whatever the width
         pattern = be64toh(pattern) >> (64 - 8 * width);
-        bool const isShortest = m_next[1] > (width == 1 ? kLargestSingle : 0);
+        bool const isShortest = next[1] > (width == 1 ? kLargestSingle : 0);
         if (!isShortest || pattern > largest) FailPattern(largest, type, width, pattern);
-        m_next += 1 + width;
+        m_read = next + 1 + width;
         return pattern;
     }
     [[gnu::cold, gnu::noinline]] unsigned long ReadLastPattern(unsigned long largest, char const* type);
@@ -210,10 +211,10 @@ private:
     [[gnu::cold, gnu::noinline]] unsigned char const* FailBytes(std::size_t count);
     /// False, with nothing done, when the archive is being read.
     [[gnu::cold, gnu::noinline]] bool MakeRoom(std::size_t count);
+    /// Of at least one byte.
     bool HasRoom(std::size_t count)
     {
-        std::ptrdiff_t const room = m_writeEnd - m_next; // not more than there is; below 1 in an archive that is read
-        return (room > 0 && count <= static_cast<std::size_t>(room)) || MakeRoom(count);
+        return m_writeEnd - m_next >= static_cast<std::ptrdiff_t>(count) || MakeRoom(count); // 0 or less while reading
     }
     /// Gives back what is not m_local.
     void ReleaseHeap() noexcept;
@@ -224,13 +225,16 @@ private:
     /// Makes the capacity at least \p capacity and keeps the content.
     void Reserve(std::size_t capacity);
 
-    // One comparison answers whether the mode is right and whether there is room, or a byte to read.
+    // One look at the next byte, or one comparison, answers whether the mode is right and whether there is a value or
+    // room for one.
     unsigned char* m_begin = m_local;                                // m_local, or owned
-    unsigned char* m_next = m_local;                                 // of the next byte to write or to read
+    unsigned char* m_next = m_local;                                 // of the next byte to write; m_begin while reading
     unsigned char* m_writeEnd = m_local + kLocalCapacity - kReserve; // of room for the widest; m_begin while reading
-    unsigned char* m_readEnd = m_local;                              // of the content; m_begin while storing
+    unsigned char const* m_read = &m_nothing;    // of the next byte to read; m_nothing while storing
+    unsigned char const* m_readEnd = &m_nothing; // of the content, where kNothing stands; m_nothing while storing
     std::size_t m_capacity = kLocalCapacity;
     bool m_storing = true;
+    unsigned char m_nothing = kNothing;
     unsigned char m_local[kLocalCapacity];
 };
 

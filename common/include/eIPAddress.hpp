@@ -62,14 +62,17 @@ private:
 /// The family, then 4 or 16 bytes.
 inline EArchive& operator<<(EArchive& archive, EIPAddress const& address)
 {
-    // Both families take one byte in an archive. Constant sizes are copied without a call.
-    bool const isIPv4 = address.m_family == EIPAddress::kIPv4;
-    if (unsigned char* const bytes = archive.AddBytes(isIPv4 ? 1 + 4 : 1 + 16)) {
+    // Both families take one byte in an archive. Constant sizes need no call, and one look says that there is room for
+    // either.
+    if (unsigned char* const bytes = archive.RoomFor(1 + 16)) {
         bytes[0] = static_cast<unsigned char>(address.m_family);
-        if (isIPv4)
+        if (address.m_family == EIPAddress::kIPv4) {
             std::memcpy(bytes + 1, address.m_bytes.data(), 4);
-        else
+            archive.AppendTo(bytes + 1 + 4);
+        } else {
             std::memcpy(bytes + 1, address.m_bytes.data(), 16);
+            archive.AppendTo(bytes + 1 + 16);
+        }
     }
     return archive;
 }
@@ -82,11 +85,11 @@ inline EArchive& operator>>(EArchive& archive, EIPAddress& address)
         address.m_family = EIPAddress::kIPv4;
         address.m_bytes = {};
         std::memcpy(address.m_bytes.data(), bytes + 1, 4);
-        archive.SkipBytes(1 + 4);
+        archive.SkipTo(bytes + 1 + 4);
     } else if (bytes && bytes[0] == EIPAddress::kIPv6) {
         address.m_family = EIPAddress::kIPv6;
         std::memcpy(address.m_bytes.data(), bytes + 1, 16);
-        archive.SkipBytes(1 + 16);
+        archive.SkipTo(bytes + 1 + 16);
     } else if (archive.IsStoring()) {
         address = EIPAddress();
     } else {

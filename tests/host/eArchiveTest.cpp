@@ -237,6 +237,69 @@ TEST(EArchive, AnArchiveThatIsReadIgnoresWriting)
     }
 }
 
+TEST(EArchive, ReadsNothingBehindItsContentWhateverStoodThereBefore)
+{
+    for (unsigned int size : {0U, 1U, 5U, 127U, 128U, 129U, 136U, 137U, 138U, 200U}) {
+        SCOPED_TRACE(size);
+        for (bool endsWide : {false, true}) {
+            EArchive archive;
+            archive.WriteBytes(std::string(250, '\1').data(), 250);
+            archive.SetFromEBlob(BytesOf(std::string(size * 2, '0')), true);
+            if (endsWide) archive << ULONG_MAX;
+            archive.SetMode(2);
+            EArchive copy(archive);
+            for (EArchive* reading : {&archive, &copy}) {
+                unsigned char zero = 1;
+                for (unsigned int i = 0; i < size; ++i) *reading >> zero;
+                unsigned long widest = 0;
+                if (endsWide) *reading >> widest;
+                EXPECT_EQ(endsWide ? ULONG_MAX : 0, widest);
+                EXPECT_TRUE(reading->AtEnd());
+                bool flag = false;
+                EXPECT_THROW(*reading >> flag, EArchiveError);
+                EXPECT_THROW(*reading >> zero, EArchiveError);
+                EXPECT_THROW(*reading >> widest, EArchiveError);
+                reading->SetFromEBlob(BytesOf("07"), false); // is read on
+                *reading >> widest;
+                EXPECT_EQ(7U, widest);
+                EXPECT_TRUE(reading->AtEnd());
+            }
+        }
+    }
+}
+
+/// 100,000 bytes and then 300,000 more, for which there must be new memory.
+static std::vector<unsigned char> const kFirst(100000, 0xAA);
+static std::vector<unsigned char> const kSecond(300000, 0xBB);
+
+TEST(EArchive, ALargeOneGrowsByLessWhereMemoryIsScarce)
+{
+    EArchive archive;
+    archive.WriteBytes(kFirst.data(), kFirst.size());
+    GrantedAllocations const allButOne(0);
+    archive.WriteBytes(kSecond.data(), kSecond.size());
+    EXPECT_EQ(1, allButOne.Refused());
+    EBlob const bytes = archive.GetAsEBlob();
+    ASSERT_EQ(kFirst.size() + kSecond.size(), bytes.GetSize());
+    EXPECT_EQ(0, std::memcmp(bytes.GetData(), kFirst.data(), kFirst.size()));
+    EXPECT_EQ(0, std::memcmp(bytes.GetData() + kFirst.size(), kSecond.data(), kSecond.size()));
+}
+
+TEST(EArchive, WhenALargeOneCannotGrowItsContentStaysAndMoreCanBeWrittenLater)
+{
+    EArchive archive;
+    archive.WriteBytes(kFirst.data(), kFirst.size());
+    EBlob const before = archive.GetAsEBlob();
+    {
+        GrantedAllocations const none(0, true);
+        EXPECT_THROW(archive.WriteBytes(kSecond.data(), kSecond.size()), std::bad_alloc);
+        EXPECT_LT(0, none.Refused());
+    }
+    EXPECT_EQ(before, archive.GetAsEBlob());
+    archive.WriteBytes(kSecond.data(), kSecond.size());
+    EXPECT_EQ(kFirst.size() + kSecond.size(), archive.GetAsEBlob().GetSize());
+}
+
 TEST(EArchive, ATextStaysWhenThereIsNoMemoryForTheOneThatIsRead)
 {
     EArchive archive;

@@ -175,7 +175,7 @@ TEST(EBlobArchive, RefusesOneThatIsLargerThanABlobCanBe)
     EArchive archive; // whose bytes are there but never touched
     std::size_t const size = (1UL << 32) + 3;
     archive << 7 << size;
-    archive.AddBytes(size);
+    archive.AppendTo(archive.RoomFor(size) + size);
     EXPECT_THROW(archive.GetAsEBlob(), std::length_error);
     archive.SetMode(2);
     int first = 0;

@@ -1,6 +1,7 @@
 #include "allocations.hpp"
 
 #include <cstdlib>
+#include <dlfcn.h>
 #include <malloc.h>
 #include <new>
 
@@ -63,4 +64,12 @@ void operator delete[](void* memory) noexcept
 void operator delete[](void* memory, std::size_t size) noexcept
 {
     operator delete(memory, size);
+}
+
+/// What large archives grow by. Granted like the others, but not counted as live: it is not known what frees it.
+extern "C" void* realloc(void* memory, std::size_t size) noexcept
+{
+    using Reallocation = void* (*)(void*, std::size_t);
+    static auto const next = reinterpret_cast<Reallocation>(dlsym(RTLD_NEXT, "realloc"));
+    return Granted() ? next(memory, size) : nullptr;
 }

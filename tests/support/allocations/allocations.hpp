@@ -2,7 +2,8 @@
 
 #include <cstddef>
 
-// The allocations of this test program, all of which allocations.cpp makes.
+// The allocations of this test program, which allocations.cpp makes: those of operator new, and those of realloc, which
+// are granted like them but neither live nor in use as far as it knows.
 
 extern long s_allocationsLeft;    ///< Still granted before one fails with `std::bad_alloc`; negative: all are.
 extern bool s_allocationsFailOn;  ///< Whether all behind the first that fails do so too, until more are granted again.

@@ -94,7 +94,8 @@ EUniqueIDMapImplBase::~EUniqueIDMapImplBase() = default;
 void EUniqueIDMapImplBase::Store(unsigned int id, OwnedItem& item)
 {
     SetParent(item.Get());
-    iterator const position = m_items.try_emplace(m_items.end(), id, nullptr); // ids mostly come in ascending order
+    // Ids mostly are new and come in ascending order. An item that is there already is found, not replaced.
+    iterator const position = m_items.emplace_hint(m_items.end(), id, nullptr);
     AddToIndex(position);
     void*& slot = position->second;
     OwnedItem replaced(*this, std::exchange(slot, item.Release()));
@@ -151,7 +152,7 @@ void EUniqueIDMapImplBase::Copy(EUniqueIDMapImplBase const& other)
         if (!copy.Get()) continue;
         SetLocalId(copy.Get(), id);
         SetParent(copy.Get());
-        iterator const position = copies.items.try_emplace(copies.items.end(), id, copy.Get());
+        iterator const position = copies.items.emplace_hint(copies.items.end(), id, copy.Get());
         copy.Release();
         if (index) index->Put(position);
     }

@@ -20,8 +20,11 @@ EArchive& operator>>(EArchive& archive, EVLANIPAddressTableItemProperties& prope
     std::array<unsigned short, EVLANIPAddressTableItemProperties::kOuterLevels> outerTags = {};
     std::size_t const outer = std::min(levels, outerTags.size());
     for (std::size_t level = 0; level < outer; ++level) archive >> outerTags[level];
-    std::vector<unsigned short> innerTags(levels - outer);
-    for (unsigned short& tag : innerTags) archive >> tag;
+    std::vector<unsigned short> innerTags;
+    if (levels > outer) {
+        innerTags.resize(levels - outer);
+        for (unsigned short& tag : innerTags) archive >> tag;
+    }
     properties.m_enabled = enabled;
     properties.m_outerCount = static_cast<unsigned char>(outer);
     properties.m_outerTags = outerTags;

@@ -103,16 +103,20 @@ void ReadField(EArchive& archive, EConvertedField<Written, Read, Field>& convert
     archive >> value;
     converted.field = static_cast<Field>(value);
 }
+template <class Sequence> void ReadElements(EArchive& archive, unsigned long count, Sequence& sequence)
+{
+    for (; count > 0; --count) {
+        typename Sequence::value_type element;
+        archive >> element;
+        sequence.push_back(std::move(element)); // what was read before a failure stays
+    }
+}
 template <class WrittenCount, class ReadCount, class Sequence>
 void ReadField(EArchive& archive, ESequenceField<WrittenCount, ReadCount, Sequence>& list)
 {
     ReadCount count{};
     archive >> count;
-    for (ReadCount i = 0; i < count; ++i) {
-        typename Sequence::value_type element;
-        archive >> element;
-        list.sequence.push_back(std::move(element)); // what was read before a failure stays
-    }
+    if (count > 0) ReadElements(archive, static_cast<unsigned long>(count), list.sequence); // mostly there are none
 }
 
 /// Writes a record's version, then every field of its layout.

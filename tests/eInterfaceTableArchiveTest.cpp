@@ -162,6 +162,9 @@ TEST(EInterfaceTableArchive, Version4TurnsInterfacesBehindAnotherIntoUnconnected
         {INTERFACE_TYPE_ETHERNET, "10.0.1.1", "10.0.1.1", nullptr, INTERFACE_TYPE_UNCONNECTED, 3}, // its own, but later
         {INTERFACE_TYPE_ETHERNET, "10.0.1.1", "2001:db8::1", "2001:db8::1", INTERFACE_TYPE_UNCONNECTED, 2},
         {INTERFACE_TYPE_ETHERNET, "10.0.13.1", "2001:db8::2", "2001:db8::2", INTERFACE_TYPE_ETHERNET, 0},
+        {INTERFACE_TYPE_ETHERNET, "10.0.14.1", "10.0.14.1", nullptr, INTERFACE_TYPE_UNCONNECTED, 16}, // also another's
+        {INTERFACE_TYPE_ETHERNET, "10.0.14.1", "10.0.14.1", nullptr, INTERFACE_TYPE_UNCONNECTED, 15},
+        {INTERFACE_TYPE_ETHERNET, "10.0.14.1", "10.0.14.1", nullptr, INTERFACE_TYPE_UNCONNECTED, 15},
     };
     for (auto const& c : cases) old.Add(c.type, c.address, c.gateway, c.ipv6);
 
@@ -226,9 +229,10 @@ TEST(EInterfaceTableArchive, TheConversionChoosesAsFindConnectedInterfaceByIPWou
         SCOPED_TRACE(id);
         EInterfaceItem const& before = *old.interfaces.GetInterfaceItem(id);
         EIPAddress const& gateway = before.GetIPv4AddressItem().GetGateway();
-        EInterfaceItem const* via = old.interfaces.FindConnectedInterfaceByIP(gateway);
-        if (before.GetType() == INTERFACE_TYPE_GRE || before.GetType() == INTERFACE_TYPE_UNCONNECTED || via == &before)
-            via = nullptr;
+        EInterfaceTable others(old.interfaces);
+        others.RemoveInterfaceItem(id);
+        EInterfaceItem const* via = others.FindConnectedInterfaceByIP(gateway);
+        if (before.GetType() == INTERFACE_TYPE_GRE || before.GetType() == INTERFACE_TYPE_UNCONNECTED) via = nullptr;
         EInterfaceItem const& after = *table.GetInterfaceItem(id);
         EXPECT_EQ(via ? INTERFACE_TYPE_UNCONNECTED : before.GetType(), after.GetType());
         EXPECT_EQ(via ? EComponentId({0, 1, via->GetLocalId()}) : EComponentId(), after.GetConnectedViaId());

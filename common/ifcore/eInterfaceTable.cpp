@@ -336,7 +336,8 @@ bool IsCandidate(EInterfaceItem const& item)
            !item.GetIPv4AddressItem().GetGateway().IsZero();
 }
 
-/// Which interface FindConnectedInterfaceByIP would find, for many questions to one table; and who has to ask.
+/// Which interface FindConnectedInterfaceByIP would find if the one that asks were not there, for many questions to one
+/// table; and who has to ask.
 class EConnectedInterfaces {
 public:
     explicit EConnectedInterfaces(EInterfaceItemList const& items)
@@ -348,19 +349,31 @@ public:
             EIPv4AddressItem const& ipv4 = item.GetIPv4AddressItem();
             askedForIPv6 |= ipv4.GetGateway().GetFamily() != kIPv4Family;
             if (item.GetType() != INTERFACE_TYPE_GRE && ipv4.GetAddress().GetFamily() == kIPv4Family)
-                m_ids.try_emplace(ipv4.GetAddress(), position->first); // the first one stays
+                Add(ipv4.GetAddress(), position->first);
             if (IsCandidate(item)) m_candidates.push_back(position->first);
         }
         if (askedForIPv6) AddIPv6Addresses(items); // hardly ever
     }
     std::vector<unsigned int> const& GetCandidates() const { return m_candidates; } ///< Ascending ids.
-    unsigned int const* Find(EIPAddress const& address) const                       ///< Its id; null without one
+    /// The id of the first interface but \p asking that has the address; null without one.
+    unsigned int const* Find(EIPAddress const& address, unsigned int asking) const
     {
         auto const found = m_ids.find(address);
-        return found == m_ids.end() ? nullptr : &found->second;
+        if (found == m_ids.end()) return nullptr;
+        auto const& [first, second] = found->second;
+        if (first != asking) return &first;
+        return second != asking ? &second : nullptr;
     }
 
 private:
+    /// The first two interfaces that have an address, by their ids; of one alone, twice its id.
+    using Holders = std::pair<unsigned int, unsigned int>;
+
+    void Add(EIPAddress const& address, unsigned int id) // ids come in ascending order
+    {
+        Holders& holders = m_ids.try_emplace(address, id, id).first->second;
+        if (holders.second == holders.first) holders.second = id;
+    }
     void AddIPv6Addresses(EInterfaceItemList const& items)
     {
         for (auto position = items.begin(); position != items.end(); ++position) {
@@ -369,13 +382,13 @@ private:
             EIPv6AddressItemList const& list = item.GetIPv6AddressItemList();
             for (auto ipv6 = list.begin(); ipv6 != list.end(); ++ipv6) {
                 EIPAddress const& address = list.GetItem(ipv6)->GetAddress();
-                if (address.GetFamily() != kIPv4Family) m_ids.try_emplace(address, position->first);
+                if (address.GetFamily() != kIPv4Family) Add(address, position->first);
             }
         }
     }
 
     std::pmr::monotonic_buffer_resource m_memory; // given back at once, not entry by entry
-    std::pmr::unordered_map<EIPAddress, unsigned int, EAddressHash> m_ids{&m_memory};
+    std::pmr::unordered_map<EIPAddress, Holders, EAddressHash> m_ids{&m_memory};
     std::vector<unsigned int> m_candidates;
 };
 
@@ -388,9 +401,9 @@ void EInterfaceTable::ConvertOldStyleUnconnectedConfigs()
     for (unsigned int const id : connected.GetCandidates()) { // by id: a walk would wait for one after the other
         EInterfaceItem* const item = GetItem(id);
         if (!item || !IsCandidate(*item)) continue; // an observer has changed it meanwhile
-        unsigned int const* const viaId = connected.Find(item->GetIPv4AddressItem().GetGateway());
-        if (!viaId || *viaId == id) continue; // on purpose not via itself
-        EInterfaceItem const* const via = GetItem(*viaId);
+        // On purpose not via itself, even where it is the first to have the address.
+        unsigned int const* const viaId = connected.Find(item->GetIPv4AddressItem().GetGateway(), id);
+        EInterfaceItem const* const via = viaId ? GetItem(*viaId) : nullptr;
         if (!via) continue;
         via->GetID(viaPath);
         item->SetType(INTERFACE_TYPE_UNCONNECTED);

@@ -106,8 +106,9 @@ EUniqueIDMapImplBase::~EUniqueIDMapImplBase() = default;
 void EUniqueIDMapImplBase::Store(unsigned int id, OwnedItem& item)
 {
     SetParent(item.Get());
-    // Ids mostly are new and come in ascending order. An item that is there already is found, not replaced.
-    iterator const position = m_items.emplace_hint(m_items.end(), id, nullptr);
+    bool const isGreatest = m_items.empty() || id > m_items.rbegin()->first; // as new ids mostly are
+    iterator const position =
+        isGreatest ? m_items.emplace_hint(m_items.end(), id, nullptr) : m_items.try_emplace(id, nullptr).first;
     AddToIndex(position);
     void*& slot = position->second;
     OwnedItem replaced(*this, std::exchange(slot, item.Release()));

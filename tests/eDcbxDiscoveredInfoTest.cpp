@@ -618,22 +618,11 @@ TEST(EDCBXDiscoveredInfoArchiveDeathTest, RefusesOtherVersions)
 
 TEST(EDCBXDiscoveredInfoArchiveDeathTest, RowsInAnArchiveOfTheWrongDirectionEndTheProcess)
 {
-    ChildResult const writing = RunInChild([] {
-        EArchive archive;
-        Load(archive, "");
-        archive << DCBX();
-    });
-    EXPECT_EQ(1, writing.exitStatus);
-    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 157, "template<ItemType> SerializeOut(..,vector)"),
-              writing.output);
-    ChildResult const reading = RunInChild([] {
-        EArchive archive;
+    ExpectListRefusesToBeWritten<DCBX>();
+    ExpectListRefusesToBeRead([](EArchive& archive) {
         std::vector<DCBX::OperAndPeerDCBXInfo> rows;
         SerializeIn(archive, rows);
     });
-    EXPECT_EQ(1, reading.exitStatus);
-    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 172, "template<ItemType> SerializeIn(..,vector)"),
-              reading.output);
     ChildResult const record = RunInChild([] {
         EArchive archive;
         DCBX info;

@@ -382,14 +382,7 @@ TEST(EFCoEDiscoveredInfoArchiveDeathTest, RefusesOtherVersions)
 
 TEST(EFCoEDiscoveredInfoArchiveDeathTest, AnArchiveOfTheWrongDirectionEndsTheProcess)
 {
-    ChildResult const writing = RunInChild([] {
-        EArchive archive;
-        Load(archive, "");
-        archive << FCoE();
-    });
-    EXPECT_EQ(1, writing.exitStatus);
-    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 157, "template<ItemType> SerializeOut(..,vector)"),
-              writing.output);
+    ExpectListRefusesToBeWritten<FCoE>();
     ChildResult const reading = RunInChild([] {
         EArchive archive;
         FCoE record;

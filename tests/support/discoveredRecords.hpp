@@ -78,3 +78,28 @@ template <class Record> void ExpectReadUnheard(Record& (EDiscoveredInfo::*record
 {
     ExpectReadUnheard(recordOf, Golden(goldenName), Golden(goldenName));
 }
+
+/// A record with a list ends the process when it is written to an archive that is being read.
+template <class Record> void ExpectListRefusesToBeWritten()
+{
+    ChildResult const written = RunInChild([] {
+        EArchive archive;
+        Load(archive, "");
+        archive << Record();
+    });
+    EXPECT_EQ(1, written.exitStatus);
+    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 157, "template<ItemType> SerializeOut(..,vector)"),
+              written.output);
+}
+
+/// Reading from an archive that is being written ends the process where the list is read.
+template <class Read> void ExpectListRefusesToBeRead(Read const& read)
+{
+    ChildResult const result = RunInChild([&read] {
+        EArchive archive;
+        read(archive);
+    });
+    EXPECT_EQ(1, result.exitStatus);
+    EXPECT_EQ(FatalArchiveMessage("common/include/eArchive.hpp", 172, "template<ItemType> SerializeIn(..,vector)"),
+              result.output);
+}
